@@ -1,0 +1,57 @@
+#include "app/calculation.h"
+
+#include <algorithm>
+
+#include "locus/locus_store.h"
+#include "output/report_builder.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr std::uint32_t greyOnBlack = 0xC0C0C0, textOnBlack = 0xFFFFFF;
+constexpr std::uint32_t greyOnWhite = 0x808080, textOnWhite = 0x000000;
+
+}  // namespace
+
+void ShowResult(const CalculationTexts& texts, const CalcParameters& parameters,
+                ResultDisplay& display) {
+    const bool black = parameters.blackOutput;
+    display.ShowTexts({texts.positionText, black ? greyOnBlack : greyOnWhite},
+                      {texts.resultText, black ? textOnBlack : textOnWhite});
+}
+
+bool RunCalculation(std::string_view sheet, CalcParameters& parameters,
+                    const CalculationDisplays& displays, CalculationTexts& texts,
+                    const RunWatchers& watchers) {
+    std::string text(sheet.substr(0, sheet.find('\0')));
+    if (text.empty()) {
+        displays.message.ShowMessage(emptySheetMessage, messageCaption);
+        return false;
+    }
+    parameters.progress = &displays.progress;
+    parameters.SetWordLimits();
+    parameters.floatPrecision = std::min(parameters.floatPrecision, largestFloatPrecision);
+
+    displays.progress.Show();
+    texts.positionText.clear();
+    texts.resultText = waitingText;
+    ShowResult(texts, parameters, displays.result);
+
+    std::string errorText;
+    locusStore.Clear();
+    SentenceList sentences;
+    CompileSheet(sentences, text.data(), text.data() + text.size(), parameters, errorText,
+                 watchers.wishes);
+    displays.progress.Hide();
+    parameters.progress = nullptr;
+
+    texts.resultText =
+        ReportBuilder().Build(sentences, parameters, FindNumberLimits(), texts.positionText);
+    texts.resultText += errorText;
+    ShowResult(texts, parameters, displays.result);
+    if (watchers.finished) watchers.finished({sentences, errorText, texts});
+    return true;
+}
+
+}  // namespace orvane

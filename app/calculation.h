@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "core/calc_parameters.h"
+#include "core/compile_sheet.h"
+#include "core/sentence.h"
+
+// The run as a whole, from sheet text to the two texts of the result pane. The window, the
+// command-line tool and the tests all calculate through here; what they show it on comes in as
+// small interfaces.
+
+namespace orvane {
+
+inline constexpr std::string_view messageCaption = "Message";
+inline constexpr std::string_view emptySheetMessage = "Please input formulas for calculation.";
+inline constexpr std::string_view waitingText = "Now is calculating,please wait...";
+
+// A message that the user confirms.
+class MessageDisplay {
+public:
+    virtual ~MessageDisplay() = default;
+    virtual void ShowMessage(std::string_view message, std::string_view caption) = 0;
+};
+
+// The progress indicator: stepped by the run, seen only between Show and Hide.
+class ProgressDisplay : public Progress {
+public:
+    virtual void Show() = 0;
+    virtual void Hide() = 0;
+};
+
+// Text in one colour, as 0xRRGGBB.
+struct ColouredText {
+    std::string_view text;
+    std::uint32_t colour;
+};
+
+// The read-only pane for the result.
+class ResultDisplay {
+public:
+    virtual ~ResultDisplay() = default;
+    // Replaces what is shown by the two texts, one behind the other, scrolled to the top, and
+    // makes it visible before it returns. The first may be empty.
+    virtual void ShowTexts(const ColouredText& position, const ColouredText& result) = 0;
+};
+
+struct CalculationDisplays {
+    MessageDisplay& message;
+    ProgressDisplay& progress;
+    ResultDisplay& result;
+};
+
+// The texts of the last run.
+struct CalculationTexts {
+    std::string positionText;
+    std::string resultText;
+};
+
+// What a caller may look at between the pipeline and the end of the run, when the sentences and
+// their trees go. `errorText` is the compile error alone.
+struct FinishedRun {
+    SentenceList& sentences;
+    const std::string& errorText;
+    const CalculationTexts& texts;
+};
+
+struct RunWatchers {
+    CompileWishes wishes = {};
+    std::function<void(const FinishedRun&)> finished = {};
+};
+
+// Calculates the sheet: shows the waiting text, empties the curves, compiles, and shows the report
+// with the run's error text behind it. The caller has set the options in `parameters`; the run
+// sets the word limits, limits the precision to 32 and borrows the progress display. A NUL ends
+// the sheet. An empty sheet gives a message, leaves everything as it was and returns false.
+bool RunCalculation(std::string_view sheet, CalcParameters& parameters,
+                    const CalculationDisplays& displays, CalculationTexts& texts,
+                    const RunWatchers& watchers = {});
+
+// Shows the two texts in the colours that the background asks for.
+void ShowResult(const CalculationTexts& texts, const CalcParameters& parameters,
+                ResultDisplay& display);
+
+}  // namespace orvane

@@ -1,0 +1,152 @@
+#include "core/number_literal.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <span>
+#include <system_error>
+
+#include "core/text_scan.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr int mostDecimals = 4096;
+constexpr int decimalsWhenNegative = 6;
+constexpr std::size_t longestInteger = 309;
+
+struct BaseForm {
+    char letter;
+    unsigned base;
+};
+
+constexpr std::array<BaseForm, 6> baseForms = {
+    {{'b', 2}, {'q', 4}, {'o', 8}, {'u', 10}, {'h', 16}, {'x', 16}}};
+
+// The form that a run such as "0x1F" announces with its first two characters.
+const BaseForm* FindBaseForm(std::string_view run) {
+    if (run.size() < 2 || run[0] != '0') return nullptr;
+    const auto found = std::find_if(baseForms.begin(), baseForms.end(),
+                                    [&](const BaseForm& form) { return form.letter == run[1]; });
+    return found == baseForms.end() ? nullptr : &*found;
+}
+
+unsigned DigitValue(char c) {
+    if (IsDigit(c)) return static_cast<unsigned>(c - '0');
+    if (c >= 'a' && c <= 'f') return static_cast<unsigned>(c - 'a') + 10;
+    if (c >= 'A' && c <= 'F') return static_cast<unsigned>(c - 'A') + 10;
+    return std::numeric_limits<unsigned>::max();
+}
+
+bool HasOnlyDigits(std::string_view digits, unsigned base) {
+    return std::all_of(digits.begin(), digits.end(), [&](char c) { return DigitValue(c) < base; });
+}
+
+double ReadSaturated(std::string_view digits, unsigned base) {
+    constexpr std::uint64_t most = std::numeric_limits<std::uint32_t>::max();
+    std::uint64_t value = 0;
+    for (const char c : digits) value = std::min(most, value * base + DigitValue(c));
+    return static_cast<double>(value);
+}
+
+bool IsDecimalForm(std::string_view run) {
+    return std::all_of(run.begin(), run.end(), [](char c) { return IsDigit(c) || c == '.'; }) &&
+           std::count(run.begin(), run.end(), '.') < 2;
+}
+
+// `run` holds digits and at most one point, and starts with a digit.
+double ReadDecimal(std::string_view run) {
+    double value = 0.0;
+    const auto [end, error] = std::from_chars(run.data(), run.data() + run.size(), value);
+    if (error != std::errc::result_out_of_range) return value;
+    // Nothing but the integer part can overflow; without one the number is too small for a double.
+    const bool large =
+        run.substr(0, run.find('.')).find_first_not_of('0') != std::string_view::npos;
+    return large ? std::numeric_limits<double>::infinity() : 0.0;
+}
+
+// The value of a run that starts with a digit and ends where neither word nor point goes on.
+std::optional<double> ReadRun(std::string_view run) {
+    const BaseForm* form = FindBaseForm(run);
+    if (form != nullptr && run.size() >= 3 && run.find('.') == std::string_view::npos) {
+        const std::string_view digits = run.substr(2);
+        if (!HasOnlyDigits(digits, form->base)) return std::nullopt;
+        return ReadSaturated(digits, form->base);
+    }
+    if (!IsDecimalForm(run)) return std::nullopt;
+    return ReadDecimal(run);
+}
+
+// Gives the count of characters written.
+std::size_t WriteFixed(std::span<char> room, double value, int decimals) {
+    const auto written = std::to_chars(room.data(), room.data() + room.size(), value,
+                                       std::chars_format::fixed, decimals);
+    return static_cast<std::size_t>(written.ptr - room.data());
+}
+
+}  // namespace
+
+std::optional<double> ParseNumberLiteral(std::string_view text) {
+    const std::size_t signsEnd = std::min(text.find_first_not_of("+- "), text.size());
+    if (signsEnd == text.size() || !IsDigit(text[signsEnd])) return std::nullopt;
+    const auto minusCount = std::count(text.begin(), text.begin() + signsEnd, '-');
+
+    const std::size_t runEnd = FindNumberEnd(text, signsEnd);
+    if (SkipSpaces(text, runEnd) != text.size()) return std::nullopt;
+    const std::optional<double> value = ReadRun(text.substr(signsEnd, runEnd - signsEnd));
+    if (!value) return std::nullopt;
+    return minusCount % 2 != 0 ? -*value : *value;
+}
+
+bool IsNumberShape(std::string_view run) {
+    if (run.empty()) return false;
+    if (const BaseForm* form = FindBaseForm(run)) {
+        return run.size() >= 3 && HasOnlyDigits(run.substr(2), form->base);
+    }
+    return IsDecimalForm(run);
+}
+
+std::string FormatFixed(double value, int decimals, bool showPlus) {
+    if (std::isnan(value)) return "nan";
+    if (std::isinf(value)) return value < 0 ? "-inf" : showPlus ? "+inf" : "inf";
+    if (decimals < 0) decimals = decimalsWhenNegative;
+    decimals = std::min(decimals, mostDecimals);
+
+    std::string text;
+    if (showPlus && !std::signbit(value)) text = "+";
+    // Nearly every number fits here; only one with very many decimals needs more.
+    std::array<char, 512> digits;
+    const std::size_t longest = longestInteger + static_cast<std::size_t>(decimals) + 3;
+    if (longest <= digits.size()) {
+        text.append(digits.data(), WriteFixed(digits, value, decimals));
+    } else {
+        const std::size_t sign = text.size();
+        text.resize(sign + longest);
+        text.resize(sign + WriteFixed(std::span(text).subspan(sign), value, decimals));
+    }
+    return text;
+}
+
+void StripZerosAndPoint(std::string& text) {
+    while (!text.empty() && text.back() == '0') text.pop_back();
+    if (!text.empty() && text.back() == '.') text.pop_back();
+}
+
+std::string FormatFull(double value) {
+    std::string text = FormatFixed(value, 32, true);
+    StripZerosAndPoint(text);
+    return text;
+}
+
+std::optional<std::string> FormatForSentence(double value) {
+    if (!std::isfinite(value)) return std::nullopt;
+    std::string text = FormatFixed(value, 32, false);
+    StripZerosAndPoint(text);
+    return text;
+}
+
+}  // namespace orvane

@@ -1,0 +1,359 @@
+#include "core/operator_rewriting.h"
+
+#include <optional>
+#include <span>
+
+#include "core/compile_stages.h"
+#include "core/error_text.h"
+#include "core/text_scan.h"
+
+namespace orvane {
+
+using Index = PieceChain::Index;
+using Kind = PieceChain::Kind;
+
+// --- the chain
+
+void PieceChain::Read(std::string_view text) {
+    pieces.assign(1, Piece{});
+    openBrackets.clear();
+    std::size_t at = 0;
+    while (at < text.size()) {
+        std::size_t end = at + 1;
+        if (IsWordChar(text[at])) end = FindWordEnd(text, at);
+        if (text[at] == ' ') end = SkipSpaces(text, at);
+        Append(text.substr(at, end - at));
+        at = end;
+    }
+}
+
+void PieceChain::Append(std::string_view text) {
+    switch (text.front()) {
+        case '(':
+            openBrackets.push_back(Insert(End(), text, Kind::open));
+            return;
+        case ')': {
+            const Index close = Insert(End(), text, Kind::close);
+            if (openBrackets.empty()) return;
+            pieces[close].partner = openBrackets.back();
+            pieces[openBrackets.back()].partner = close;
+            openBrackets.pop_back();
+            return;
+        }
+        case ' ':
+            Insert(End(), text, Kind::blanks);
+            return;
+        default:
+            Insert(End(), text, IsWordChar(text.front()) ? Kind::word : Kind::other);
+    }
+}
+
+std::string PieceChain::Text() const {
+    std::string text;
+    for (Index at = First(); at != End(); at = pieces[at].next) text += pieces[at].text;
+    return text;
+}
+
+Index PieceChain::SkipBlanks(Index from) const {
+    while (pieces[from].kind == Kind::blanks) from = pieces[from].next;
+    return from;
+}
+
+Index PieceChain::SkipBlanksBack(Index from) const {
+    while (pieces[from].kind == Kind::blanks) from = pieces[from].previous;
+    return from;
+}
+
+Index PieceChain::Insert(Index before, std::string_view text, Kind kind) {
+    const Index index = pieces.size();
+    const Index previous = pieces[before].previous;
+    pieces.push_back({text, previous, before, 0, kind});
+    pieces[previous].next = index;
+    pieces[before].previous = index;
+    return index;
+}
+
+void PieceChain::Wrap(Index first, Index last, std::string_view name, std::string_view extra) {
+    Insert(first, name, Kind::word);
+    const Index open = Insert(first, "(", Kind::open);
+    const Index behind = pieces[last].next;
+    for (std::size_t at = 0; at < extra.size(); ++at) {
+        Insert(behind, extra.substr(at, 1), IsWordChar(extra[at]) ? Kind::word : Kind::other);
+    }
+    const Index close = Insert(behind, ")", Kind::close);
+    pieces[open].partner = close;
+    pieces[close].partner = open;
+}
+
+void PieceChain::SeparateByComma(Index left, Index right) {
+    RemoveBetween(left, right);
+    Insert(right, ",", Kind::other);
+}
+
+void PieceChain::RemoveBetween(Index left, Index right) {
+    pieces[left].next = right;
+    pieces[right].previous = left;
+}
+
+void PieceChain::Blank(Index index) {
+    pieces[index].text = " ";
+    pieces[index].kind = Kind::blanks;
+}
+
+// --- operands
+
+namespace {
+
+struct Operand {
+    Index first;
+    Index last;
+};
+
+std::string OperatorError(std::string_view code, std::string_view operatorText, int sentence) {
+    return FillForm("%s: operator \"%s\" is used incorrect in sentence %d.",
+                    {code, operatorText, NumberOf(sentence)});
+}
+
+// The operand in front of an operator: a word with its points, or a bracket with the function word
+// in front of it.
+std::optional<Operand> LeftOperand(const PieceChain& chain, Index operatorPiece) {
+    const Index last = chain.SkipBlanksBack(chain[operatorPiece].previous);
+    if (chain[last].kind == Kind::close) {
+        const Index open = chain[last].partner;
+        const Index word = chain.SkipBlanksBack(chain[open].previous);
+        return Operand{chain[word].kind == Kind::word ? word : open, last};
+    }
+    if (chain[last].kind != Kind::word) return std::nullopt;
+    Index first = last;
+    while (chain.IsWordPart(chain[first].previous)) first = chain[first].previous;
+    return Operand{first, last};
+}
+
+// The operand behind an operator, its sign included.
+// Kept: a call behind a sign ends at its word, because only the operand's first character tells
+// whether a bracket belongs to it. So `2^-sin(1)` is refused when its tree is built.
+std::optional<Operand> RightOperand(const PieceChain& chain, Index operatorPiece) {
+    const Index first = chain.SkipBlanks(chain[operatorPiece].next);
+    Index last = first;
+    while (chain.Is(last, "+") || chain.Is(last, "-") || chain[last].kind == Kind::blanks) {
+        last = chain[last].next;
+    }
+    if (chain[last].kind == Kind::open) return Operand{first, chain[last].partner};
+    if (chain[last].kind != Kind::word) return std::nullopt;
+    while (chain.IsWordPart(chain[last].next)) last = chain[last].next;
+    const Index bracket = chain.SkipBlanks(chain[last].next);
+    const bool isCall = IsWordStart(chain[first].text.front()) && chain[bracket].kind == Kind::open;
+    return Operand{first, isCall ? chain[bracket].partner : last};
+}
+
+}  // namespace
+
+Index RewriteOperation(PieceChain& chain, int sentence, Index position,
+                       std::string_view operatorText, std::string_view functionName,
+                       std::string_view extraText, std::string& errorText) {
+    const std::optional<Operand> left = LeftOperand(chain, position);
+    if (!left) {
+        errorText = OperatorError("C002-09", operatorText, sentence);
+        return PieceChain::End();
+    }
+    // An operator of two characters is two pieces.
+    const Index lastPiece = operatorText.size() > 1 ? chain[position].next : position;
+    const std::optional<Operand> right = RightOperand(chain, lastPiece);
+    if (!right) {
+        errorText = OperatorError("C002-10", operatorText, sentence);
+        return PieceChain::End();
+    }
+    chain.SeparateByComma(left->last, right->first);
+    chain.Wrap(left->first, right->last, functionName, extraText);
+    return right->first;
+}
+
+// --- passes
+
+namespace {
+
+struct BinaryOperator {
+    std::string_view text;
+    std::string_view function;
+    std::string_view extra;
+};
+
+constexpr BinaryOperator powerOperators[] = {{"^", "power", ""}};
+constexpr BinaryOperator shiftOperators[] = {{"<<", "lsh", ",0"}, {">>", "rsh", ",0"}};
+constexpr BinaryOperator productOperators[] = {
+    {"*", "times", ""}, {"/", "divide", ""}, {"%", "reminder", ""}};
+// Two characters first, so that <= is never read as <.
+constexpr BinaryOperator comparisonOperators[] = {
+    {">=", "great_equals", ""}, {"<=", "less_equals", ""}, {"==", "equals", ""},
+    {"<>", "not_equals", ""},   {">", "great_than", ""},   {"<", "less_than", ""}};
+constexpr BinaryOperator signOperators[] = {{"+", "plus", ""}, {"-", "minus", ""}};
+
+struct RewriteContext {
+    PieceChain& chain;
+    int sentence;
+    std::string& errorText;
+};
+
+bool StandsAt(const PieceChain& chain, Index at, std::string_view operatorText) {
+    if (operatorText.size() == 1) return chain.Is(at, operatorText);
+    return chain.Is(at, operatorText.substr(0, 1)) &&
+           chain.Is(chain[at].next, operatorText.substr(1, 1));
+}
+
+bool IsAnywhere(const PieceChain&, Index) { return true; }
+
+// A sign with something in front of it to add to.
+bool IsBinarySign(const PieceChain& chain, Index at) {
+    const Index before = chain.SkipBlanksBack(chain[at].previous);
+    return chain[before].kind == Kind::close || chain[before].kind == Kind::word;
+}
+
+// Rewrites the operators of one level from left to right. What stands in front of a replacement
+// holds no operator of the level any more, so the walk goes on from the right operand; starting
+// again from the front would come to the same place.
+void RewriteLevel(RewriteContext& context, std::span<const BinaryOperator> operators,
+                  bool (*applies)(const PieceChain&, Index)) {
+    PieceChain& chain = context.chain;
+    Index at = chain.First();
+    while (at != PieceChain::End()) {
+        const BinaryOperator* found = nullptr;
+        for (const BinaryOperator& candidate : operators) {
+            if (found == nullptr && StandsAt(chain, at, candidate.text)) found = &candidate;
+        }
+        if (found == nullptr || !applies(chain, at)) {
+            at = chain[at].next;
+            continue;
+        }
+        at = RewriteOperation(chain, context.sentence, at, found->text, found->function,
+                              found->extra, context.errorText);
+    }
+}
+
+void RewriteFactorials(RewriteContext& context) {
+    PieceChain& chain = context.chain;
+    for (Index at = chain.First(); at != PieceChain::End(); at = chain[at].next) {
+        if (!chain.Is(at, "!")) continue;
+        const std::optional<Operand> operand = LeftOperand(chain, at);
+        if (!operand) {
+            context.errorText = OperatorError("C002-09", "!", context.sentence);
+            return;
+        }
+        chain.RemoveBetween(operand->last, at);
+        chain.Wrap(operand->first, operand->last, "factorial", "");
+        chain.Blank(at);
+    }
+}
+
+// A sign with nothing in front of it. A plus has no effect.
+void BlankRemainingPlus(RewriteContext& context) {
+    PieceChain& chain = context.chain;
+    for (Index at = chain.First(); at != PieceChain::End(); at = chain[at].next) {
+        if (chain.Is(at, "+")) chain.Blank(at);
+    }
+}
+
+void RewriteRemainingMinus(RewriteContext& context) {
+    PieceChain& chain = context.chain;
+    for (Index at = chain.First(); at != PieceChain::End(); at = chain[at].next) {
+        if (!chain.Is(at, "-")) continue;
+        const std::optional<Operand> operand = RightOperand(chain, at);
+        if (!operand) {
+            context.errorText = OperatorError("C002-10", "-", context.sentence);
+            return;
+        }
+        chain.RemoveBetween(chain[at].previous, operand->first);
+        chain.Wrap(operand->first, operand->last, "neg", "");
+        at = chain[operand->first].previous;
+    }
+}
+
+struct RewritePass {
+    std::string_view signs;  // the pass has nothing to do in a text without any of them
+    void (*rewrite)(RewriteContext& context);
+};
+
+template <const auto& operators>
+void RewriteBinary(RewriteContext& context) {
+    RewriteLevel(context, operators, IsAnywhere);
+}
+
+// Precedence is the order of the rows. Kept: comparisons bind tighter than plus and minus, and a
+// leading minus loosest of all, so -2^2 is -4.
+constexpr RewritePass rewritePasses[] = {
+    {"!", RewriteFactorials},
+    {"^", RewriteBinary<powerOperators>},
+    {"<>", RewriteBinary<shiftOperators>},
+    {"*/%", RewriteBinary<productOperators>},
+    {"<>=", RewriteBinary<comparisonOperators>},
+    {"+-", [](RewriteContext& context) { RewriteLevel(context, signOperators, IsBinarySign); }},
+    {"+", BlankRemainingPlus},
+    {"-", RewriteRemainingMinus},
+};
+
+// Every pair of bars becomes a call of abs, from the left, without nesting. Between the bars no
+// bracket may close that was not opened there. Gives false, with C002-11, when one does and when a
+// bar has no partner. It works on the text itself: a word in front of a bar joins the `abs`.
+bool RewriteBars(EditBuffer& buffer, int sentence, std::string& errorText) {
+    const std::string_view text = buffer.View();
+    std::string rewritten;
+    std::size_t at = 0;
+    for (std::size_t bar = text.find('|'); bar != std::string_view::npos;
+         bar = text.find('|', at)) {
+        std::ptrdiff_t open = 0;
+        std::size_t end = bar + 1;
+        while (end < text.size() && text[end] != '|' && open >= 0) {
+            if (text[end] == '(') ++open;
+            if (text[end] == ')') --open;
+            ++end;
+        }
+        if (open < 0 || end == text.size()) {
+            errorText = OperatorError("C002-11", "|", sentence);
+            break;
+        }
+        rewritten.append(text.substr(at, bar - at)).append("abs(");
+        rewritten.append(text.substr(bar + 1, end - bar - 1)) += ')';
+        at = end + 1;
+    }
+    if (at > 0) buffer = EditBuffer(rewritten.append(text.substr(at)));
+    return errorText.empty();
+}
+
+constexpr CharacterSet operatorSigns("|!^<>*/%=+-");
+
+// The operator signs that a text holds, each once.
+std::string FindSigns(std::string_view text) {
+    std::string found;
+    for (const char c : text) {
+        if (operatorSigns.Has(c) && found.find(c) == std::string::npos) found += c;
+    }
+    return found;
+}
+
+// Runs the passes over one sentence. What was rewritten until a failure stays.
+void RewriteSentence(PieceChain& chain, EditBuffer& buffer, int sentence, std::string& errorText) {
+    const std::string signs = FindSigns(buffer.View());
+    if (signs.empty()) return;
+    if (!RewriteBars(buffer, sentence, errorText)) return;
+    chain.Read(buffer.View());
+    RewriteContext context{chain, sentence, errorText};
+    for (const RewritePass& pass : rewritePasses) {
+        if (signs.find_first_of(pass.signs) == std::string::npos) continue;
+        pass.rewrite(context);
+        if (!errorText.empty()) break;
+    }
+    buffer = EditBuffer(chain.Text());
+}
+
+}  // namespace
+
+void RewriteOperators(SentenceList& sentences, std::string& errorText) {
+    PieceChain chain;
+    for (int index = 0; index < sentences.Count(); ++index) {
+        Sentence& sentence = sentences[index];
+        if (!sentence.IsCalculation()) continue;
+        RewriteSentence(chain, sentence.text, index, errorText);
+        if (!errorText.empty()) return;
+    }
+}
+
+}  // namespace orvane

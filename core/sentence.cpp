@@ -1,0 +1,28 @@
+#include "core/sentence.h"
+
+#include "core/text_scan.h"
+
+namespace orvane {
+
+void Sentence::DropTree() {
+    root.children = {};
+    nodes = NodePool();
+}
+
+void SentenceList::RemoveBlank() {
+    std::erase_if(sentences, [](const std::unique_ptr<Sentence>& sentence) {
+        return SkipWhite(sentence->source, 0) == sentence->source.size();
+    });
+}
+
+void SentenceList::IndexNames() {
+    names.Read(Count(), [this](int index) { return NameAt(index); });
+}
+
+int SentenceList::FirstOf(std::string_view name, bool (Sentence::*isOfKind)() const) const {
+    int index = names.First(name, [this](int at) { return NameAt(at); });
+    while (index >= 0 && !((*this)[index].*isOfKind)()) index = names.Next(index);
+    return index;
+}
+
+}  // namespace orvane

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/edit_buffer.h"
+#include "core/function_node.h"
+#include "core/name_index.h"
+
+// One statement of the sheet, and the ordered list of all of them.
+
+namespace orvane {
+
+// The headers that make a sentence something else than a formula.
+inline constexpr std::string_view textHeader = "text";
+inline constexpr std::string_view defineHeader = "define";
+
+struct Sentence {
+    std::string source;  // as it was cut from the sheet; never changed
+    std::string error;   // what its own evaluation said; empty if nothing
+    std::string header;  // the word in front of a ':', or empty
+    std::string name;    // the word in front of a '=', or empty
+    EditBuffer text;     // the working text; of a text sentence, what the report prints
+    NodePool nodes;      // what lies below the root
+    FunctionNode root;   // `root.evaluated` tells whether the sentence has a value
+
+    explicit Sentence(std::string_view cut) : source(cut), text(cut) {}
+
+    // Gives up what lies below the root; its value and its error stay.
+    void DropTree();
+
+    bool IsText() const { return header == textHeader; }
+    bool IsDefine() const { return header == defineHeader; }
+    // A formula, with or without an output keyword for a header.
+    bool IsCalculation() const { return !IsText() && !IsDefine(); }
+};
+
+// Owns the sentences in sheet order. Once the blank ones are gone, a sentence's index never
+// changes; its number in every message is that index + 1, and all kinds count.
+class SentenceList {
+public:
+    void Add(std::string_view cut) { sentences.push_back(std::make_unique<Sentence>(cut)); }
+    // Drops the sentences that hold only blanks, tabs and line feeds.
+    void RemoveBlank();
+
+    int Count() const { return static_cast<int>(sentences.size()); }
+    bool IsEmpty() const { return sentences.empty(); }
+    Sentence& operator[](int index) { return *sentences[static_cast<std::size_t>(index)]; }
+    const Sentence& operator[](int index) const {
+        return *sentences[static_cast<std::size_t>(index)];
+    }
+    auto begin() { return sentences.begin(); }
+    auto end() { return sentences.end(); }
+    auto begin() const { return sentences.begin(); }
+    auto end() const { return sentences.end(); }
+
+    // Takes note of the names, so that a lookup does not walk the list. To be called when all
+    // names are set, and again if one changes.
+    void IndexNames();
+    // The first define, or the first formula, of this name; -1 if there is none. Only names noted
+    // by IndexNames are known.
+    int FirstDefine(std::string_view name) const { return FirstOf(name, &Sentence::IsDefine); }
+    int FirstFormula(std::string_view name) const {
+        return FirstOf(name, &Sentence::IsCalculation);
+    }
+    // The next sentence, of any kind, with the name of this one; -1 if there is none.
+    int NextOfSameName(int index) const { return names.Next(index); }
+
+private:
+    std::string_view NameAt(int index) const { return (*this)[index].name; }
+    int FirstOf(std::string_view name, bool (Sentence::*isOfKind)() const) const;
+
+    std::vector<std::unique_ptr<Sentence>> sentences;
+    NameIndex names;
+};
+
+}  // namespace orvane

@@ -1,0 +1,125 @@
+#include "core/sheet_cutter.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "core/text_scan.h"
+
+namespace orvane {
+
+namespace {
+
+// A word at the start of a sentence with the sign that gives it its role.
+struct LeadingWord {
+    std::string_view word;
+    std::size_t end;  // behind the sign
+};
+
+// The word that the text starts with, white space apart, when `sign` follows it.
+std::optional<LeadingWord> FindLeadingWord(std::string_view text, char sign) {
+    const std::size_t start = SkipWhite(text, 0);
+    if (start == text.size() || !IsWordStart(text[start])) return std::nullopt;
+    const std::size_t wordEnd = FindWordEnd(text, start);
+    const std::size_t at = SkipWhite(text, wordEnd);
+    if (at == text.size() || text[at] != sign) return std::nullopt;
+    return LeadingWord{text.substr(start, wordEnd - start), at + 1};
+}
+
+// Blanks every `character` of the text that stands outside strings.
+void BlankOutsideStrings(EditBuffer& text, char character) {
+    const std::string_view view = text.View();
+    std::size_t at = 0;
+    while (at < view.size()) {
+        if (view[at] == '"') {
+            at = SkipString(view, at);
+        } else {
+            if (view[at] == character) text.Data()[at] = ' ';
+            ++at;
+        }
+    }
+}
+
+}  // namespace
+
+void BlankComments(std::span<char> text) {
+    std::replace(text.begin(), text.end(), '\r', ' ');
+    const std::string_view view(text.data(), text.size());
+    std::size_t at = 0;
+    while (at < view.size()) {
+        if (view[at] == '"') {
+            at = view.find('"', at + 1);
+            if (at == std::string_view::npos) return;
+            ++at;
+        } else if (view.substr(at, 2) == "//") {
+            const std::size_t lineEnd = std::min(view.find('\n', at), view.size());
+            std::fill(text.begin() + at, text.begin() + lineEnd, ' ');
+            at = lineEnd;
+        } else {
+            ++at;
+        }
+    }
+}
+
+void CutSentences(SentenceList& sentences, std::string_view text) {
+    std::size_t start = 0;
+    std::size_t at = 0;
+    const auto cut = [&] {
+        if (at > start) sentences.Add(text.substr(start, at - start));
+    };
+    while (at < text.size()) {
+        if (text[at] == '"') {
+            at = SkipString(text, at);
+        } else if (text[at] == ';') {
+            cut();
+            start = ++at;
+        } else {
+            ++at;
+        }
+    }
+    cut();
+}
+
+void FindHeaders(SentenceList& sentences) {
+    for (auto& sentence : sentences) {
+        const auto found = FindLeadingWord(sentence->text.View(), ':');
+        if (!found) continue;
+        sentence->header = found->word;
+        sentence->text.Remove(0, found->end);
+    }
+}
+
+void FindNames(SentenceList& sentences) {
+    for (auto& sentence : sentences) {
+        if (sentence->IsText()) continue;
+        const auto found = FindLeadingWord(sentence->text.View(), '=');
+        if (!found) continue;
+        sentence->name = found->word;
+        char* const data = sentence->text.Data();
+        char* const word = data + (found->word.data() - data);
+        std::fill_n(word, found->word.size(), ' ');
+        data[found->end - 1] = ' ';
+    }
+}
+
+void TrimTexts(SentenceList& sentences) {
+    for (auto& sentence : sentences) {
+        if (sentence->IsText()) continue;
+        sentence->text.Remove(0, SkipWhite(sentence->text.View(), 0));
+    }
+}
+
+void BlankLineFeeds(SentenceList& sentences) {
+    for (auto& sentence : sentences) {
+        if (sentence->IsText()) continue;
+        char* const data = sentence->text.Data();
+        std::replace(data, data + sentence->text.length, '\n', ' ');
+    }
+}
+
+void BlankTabs(SentenceList& sentences) {
+    for (auto& sentence : sentences) {
+        if (!sentence->IsText()) BlankOutsideStrings(sentence->text, '\t');
+    }
+}
+
+}  // namespace orvane

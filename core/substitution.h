@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/sentence.h"
+
+// The three sorts of names. Defines are text: they go in as they stand, with no brackets added, so
+// with `define: d = 1+2` the formula `d*3` is 7. Formula names stand for values and are resolved
+// when a tree is built. Constants are folded into numbers in front of that.
+
+namespace orvane {
+
+// The index of the first define, or formula, of this name among the sentences below `limit`; -1 if
+// there is none. Names are compared exactly. SentenceList::IndexNames must have run.
+int FindDefine(const SentenceList& sentences, std::string_view word, int limit);
+int FindFormula(const SentenceList& sentences, std::string_view word, int limit);
+
+// Defines into the defines below them, then all defines into all formulas. Words inside strings,
+// and what belongs to a number, stay. Fails with C001-09 when a sentence's substitution does not
+// end, or would take it past 1,000,000 characters or 100,000 replacements.
+void SubstituteDefines(SentenceList& sentences, std::string& errorText);
+
+// Replaces the first constant word of a sentence's text by its number; false if there is none.
+bool FoldConstantOnce(SentenceList& sentences, int index);
+
+// Replaces all of them: the same as FoldConstantOnce until it finds nothing, in one walk.
+void FoldConstants(EditBuffer& text);
+
+}  // namespace orvane

@@ -1,0 +1,78 @@
+#include "functions/staging.h"
+
+#include <algorithm>
+
+#include "core/error_text.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr ErrorCode noScalar = {"E011-", "01"};
+constexpr ErrorCode noPoint = {"E011-", "02"};
+constexpr ErrorCode otherPoint = {"E011-", "03"};
+
+// A value of one row or one column, as one more row of `staged`.
+void AppendAsRow(Value& staged, const Value& source) {
+    const std::span<const double> cells = source.AllCells();
+    const ValueRow row = staged.AppendRow(static_cast<std::int32_t>(cells.size()));
+    std::copy(cells.begin(), cells.end(), row.begin());
+}
+
+bool Fail(ErrorCode code, const FunctionNode& node, int sentence, std::string_view message,
+          std::string& errorText) {
+    return FunctionErrorText(code, sentence, node.functionName, message, errorText);
+}
+
+}  // namespace
+
+bool StageScalars(FunctionNode& node, int sentence, std::string& errorText) {
+    node.staged.Clear();
+    for (const FunctionNode& child : node.children) {
+        if (!child.result.IsScalar()) {
+            return Fail(noScalar, node, sentence, "parameter is incorrect", errorText);
+        }
+        node.staged.AppendScalar(child.result.At(0, 0));
+    }
+    return true;
+}
+
+bool StagePointRows(FunctionNode& node, int first, int sentence, std::string& errorText) {
+    node.staged.Clear();
+    Dimensions wanted;
+    bool isFirst = true;
+    for (const FunctionNode& child :
+         node.children.subspan(std::min<std::size_t>(first, node.children.size()))) {
+        const Dimensions size = child.result.GetDimensions();
+        if (isFirst && size.columns != 1) {
+            return Fail(noPoint, node, sentence, "point parameter is incorrect", errorText);
+        }
+        if (isFirst) wanted = size;
+        if (size != wanted) {
+            return Fail(otherPoint, node, sentence, "point parameter is incompatible", errorText);
+        }
+        AppendAsRow(node.staged, child.result);
+        isFirst = false;
+    }
+    return true;
+}
+
+bool StagePoints(FunctionNode& node, int sentence, std::string& errorText) {
+    node.staged.Clear();
+    std::int32_t wanted = -1;
+    for (const FunctionNode& child : node.children) {
+        const Dimensions size = child.result.GetDimensions();
+        if (size.rows != 1 && size.columns != 1) {
+            return Fail(noPoint, node, sentence, "point parameter is incorrect", errorText);
+        }
+        const std::int32_t length = size.rows == 1 ? size.columns : size.rows;
+        if (wanted < 0) wanted = length;
+        if (length != wanted) {
+            return Fail(otherPoint, node, sentence, "point parameter is incompatible", errorText);
+        }
+        AppendAsRow(node.staged, child.result);
+    }
+    return true;
+}
+
+}  // namespace orvane

@@ -1,0 +1,170 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+// The one value type of evaluation. Numbers, points, vectors, matrices and complex numbers are
+// shapes of the same table of doubles; truth is 1.0 and 0.0; integers are doubles without a
+// fraction. There is no other kind of value.
+
+namespace orvane {
+
+// A plain growable list of doubles. It has room for 1000 from its first element on and grows by
+// 1000, so a list that is filled once per step of a sweep settles on its size.
+class DoubleList {
+public:
+    static constexpr std::size_t growth = 1000;
+
+    void Append(double element);
+    void Clear() { elements.clear(); }
+    std::size_t Count() const { return elements.size(); }
+    std::size_t Capacity() const { return elements.capacity(); }
+    double operator[](std::size_t index) const { return elements[index]; }
+    double& operator[](std::size_t index) { return elements[index]; }
+    std::span<double> Elements() { return elements; }
+    std::span<const double> Elements() const { return elements; }
+
+private:
+    std::vector<double> elements;
+};
+
+// Rows, and the length that all rows have: 0 when there are no rows, -1 when they differ.
+struct Dimensions {
+    std::int32_t rows = 0;
+    std::int32_t columns = 0;
+
+    bool operator==(const Dimensions&) const = default;
+    bool IsNumber() const { return rows == 1 && columns == 1; }
+    // At least one row and one column, and not ragged.
+    bool IsTable() const { return rows >= 1 && columns >= 1; }
+};
+
+// A row of a value, looked at or written in place. It is stale when the value gets another row.
+using ValueRow = std::span<double>;
+using ConstValueRow = std::span<const double>;
+
+// A table of rows, which need not be of equal length. One row of one or two cells lives inside the
+// value itself: numbers and complex numbers, which is nearly everything a sheet holds, take no
+// memory of their own. A cleared value keeps its room, so a body that runs a million times
+// allocates nothing. All indices count from zero; none is checked.
+class Value {
+public:
+    Value() = default;
+    Value(Value&&) = default;
+    Value& operator=(Value&&) = default;
+    Value(const Value&) = delete;
+    Value& operator=(const Value&) = delete;
+
+    // --- shape and access
+    std::int32_t RowCount() const { return rowCount; }
+    std::int32_t RowLength(std::int32_t row) const { return RowEnd(row) - RowStart(row); }
+    Dimensions GetDimensions() const;
+    // Exactly one row of exactly one element.
+    bool IsScalar() const { return rowCount == 1 && RowEnd(0) == 1; }
+    double At(std::int32_t row, std::int32_t column) const {
+        return Cells()[RowStart(row) + column];
+    }
+    ValueRow Row(std::int32_t row) { return {Cells() + RowStart(row), RowSize(row)}; }
+    ConstValueRow Row(std::int32_t row) const { return {Cells() + RowStart(row), RowSize(row)}; }
+    // Every element, row behind row.
+    std::span<double> AllCells() { return {Cells(), CellCount()}; }
+    std::span<const double> AllCells() const { return {Cells(), CellCount()}; }
+    // Appends element `column` of every row to the list.
+    void ExtractColumn(std::int32_t column, DoubleList& list) const;
+
+    // --- filling; what appends does not clear
+    void Clear() {
+        rowCount = 0;
+        inTable = false;
+        complexMark = false;
+    }
+    void SetReal(double number);
+    // A number when the imaginary part is exactly 0, else one row of two with the mark set. This
+    // is the only normal form: no other operation turns a complex number into a plain one.
+    void SetComplex(double real, double imaginary);
+    // Clears, then copies rows and mark; every element is negated when `negate` is set.
+    void CopyFrom(const Value& source, bool negate = false);
+    // One more row of one element; repeated calls build a column.
+    void AppendScalar(double number);
+    // One more row of that many zeros.
+    ValueRow AppendRow(std::int32_t length);
+
+    // --- arithmetic (value_arithmetic.cpp)
+    // Appends one row per row of `left`, holding left + right or left - right. Both must be tables
+    // of the same dimensions; otherwise false, and nothing is touched. The mark is left alone.
+    bool AddOrSubtract(const Value& left, const Value& right, bool add);
+    // Clears, then fills with the matrix product. A number scales the other table. False when an
+    // operand is no table (nothing is touched) or when left's columns are not right's rows.
+    bool MultiplyMatrices(const Value& left, const Value& right);
+    // Appends a copy of the rows with each element times the factor. The mark is not copied.
+    void ScaleBy(const Value& source, double factor);
+    // Clears, then copies rows and mark with each element divided. False when the divisor is 0.
+    bool DivideBy(const Value& source, double divisor);
+    // Of one row, or of the first elements of one column; 0 for any other shape.
+    double SumOfSquares() const;
+
+    // --- matrices (value_matrix.cpp); see there for shapes
+    // Gaussian elimination with partial pivoting, in place. True when the count of row swaps is
+    // odd. A column whose pivot is exactly 0 is skipped and its row is spent all the same.
+    bool EliminateRows();
+    // Destroys the table. 1.0 (or -1.0) when there are no rows.
+    double Determinant();
+    // Destroys the table. The count of diagonal elements that are not 0 after elimination.
+    std::int32_t RankOf();
+    // In place; square tables only.
+    void TransposeSquare();
+    // Fills this value with the source without that row and column. A source of one row or one
+    // column gives ones.
+    void MinorOf(std::int32_t row, std::int32_t column, const Value& source);
+    // Fills this value with the transposed cofactors of a square source; 1.0 for one row.
+    void AdjointOf(const Value& source);
+    // Fills this value with the adjoint over the determinant. False when the determinant is 0, and
+    // nothing is touched then.
+    bool InverseOf(const Value& source);
+
+    // The looking-glass text, not the report's: elements joined by ",", each row closed by a line
+    // feed, `precision` decimals; a negative precision shows the full form.
+    std::string ToText(int precision) const;
+
+private:
+    struct Table {
+        std::vector<double> cells;          // row behind row
+        std::vector<std::int32_t> rowEnds;  // for each row, the index behind its last cell
+    };
+
+    const double* Cells() const { return inTable ? table->cells.data() : inlineCells; }
+    double* Cells() { return inTable ? table->cells.data() : inlineCells; }
+    std::int32_t RowEnd(std::int32_t row) const {
+        return inTable ? table->rowEnds[static_cast<std::size_t>(row)] : inlineLength;
+    }
+    std::int32_t RowStart(std::int32_t row) const { return row == 0 ? 0 : RowEnd(row - 1); }
+    std::size_t RowSize(std::int32_t row) const { return static_cast<std::size_t>(RowLength(row)); }
+    std::size_t CellCount() const {
+        return rowCount == 0 ? 0 : static_cast<std::size_t>(RowEnd(rowCount - 1));
+    }
+    void CopyRows(const Value& source);
+    void MoveIntoTable();
+    // That many more rows of zeros, in one growth. Gives their cells, row behind row.
+    std::span<double> AppendRows(std::int32_t rows, std::int32_t length);
+    // The length of the shortest row, so of every row of a table; 0 without rows.
+    std::int32_t SharedColumns() const;
+    // How many elements lie on the diagonal, in each row's own cells.
+    std::int32_t DiagonalLength() const;
+    std::int32_t FindPivotRow(std::int32_t column) const;
+
+    std::unique_ptr<Table> table;
+    double inlineCells[2] = {0.0, 0.0};
+    std::int32_t rowCount = 0;
+    std::int8_t inlineLength = 0;  // cells of the one row inside the value
+    bool inTable = false;          // the rows, if there are any, are in the table
+
+public:
+    // Set when the table is one complex number: one row of real and imaginary part.
+    bool complexMark = false;
+};
+
+}  // namespace orvane

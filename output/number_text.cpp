@@ -1,0 +1,31 @@
+#include "output/number_text.h"
+
+#include "core/number_literal.h"
+
+namespace orvane {
+
+std::string FormatNumber(double value, const CalcParameters& parameters) {
+    const char* const zero = parameters.showSign ? "+0" : "0";
+    if (value == 0.0) return zero;
+    std::string text = FormatFixed(value, parameters.floatPrecision, parameters.showSign);
+    StripZerosAndPoint(text);
+    // A negative number that rounded away reads as zero; its minus would tell nothing.
+    if (text == "-0") return zero;
+    text.shrink_to_fit();  // a report keeps one for each line
+    return text;
+}
+
+std::string FormatPlain(double value, int precision) {
+    std::string text = FormatFixed(value, precision, false);
+    StripZerosAndPoint(text);
+    return text;
+}
+
+std::string FormatSigned(double value, int precision) {
+    if (value == 0.0) return "+0";
+    std::string text = FormatFixed(value, precision, true);
+    StripZerosAndPoint(text);
+    return text;
+}
+
+}  // namespace orvane
