@@ -1,0 +1,56 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <cstdint>
+#include <string>
+
+#include "core/calc_parameters.h"
+
+// What the commands share: the exit statuses and the options of a run.
+
+namespace orvane::cli {
+
+// A promise to scripts: these numbers never change their meaning.
+enum ExitStatus : int {
+    exitFine = 0,
+    exitSheetError = 1,  // the sheet was read, and something in it failed
+    exitUsage = 2,       // wrong usage, unreadable file, unwritable output, empty sheet
+};
+
+// The options of a command that runs a sheet, with the defaults of a fresh program.
+struct RunOptions {
+    std::string file = "-";  // "-" is the standard input
+    int bits = 32;
+    std::int64_t precision = 2;
+    bool showSign = true;
+    bool positionLine = false;
+    bool formulaBreak = false;
+    bool breakText = true;
+    int locusFine = 0;
+    int screenWidth = 1920;
+    int screenHeight = 1080;
+    bool json = false;
+
+    CalcParameters Parameters() const;
+};
+
+// Adds the options to the command. `options` must live as long as the command does.
+void AddRunOptions(CLI::App& command, RunOptions& options);
+void AddJsonOption(CLI::App& command, bool& json);
+
+// Help pages without the parser's own mark behind options that switch something off.
+class HelpFormatter : public CLI::Formatter {
+public:
+    std::string make_option_name(const CLI::Option* option, bool isPositional) const override;
+};
+
+// A subcommand with help, version and the refusal of unknown options.
+CLI::App& AddCommand(CLI::App& app, const std::string& name, const std::string& description);
+
+// One line on the standard error: "orvane-cli: message".
+void PrintError(const std::string& message);
+
+// Prints the bytes as they are; exitUsage, with the reason on the standard error, if that fails.
+int PrintOutput(std::string_view bytes, int statusWhenFine);
+
+}  // namespace orvane::cli

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+
+// The commands of the tool. Each adds itself to the program; when it is the one that was asked for,
+// it puts what it has to do into `action`, which gives the exit status.
+
+namespace orvane::cli {
+
+using Action = std::function<int()>;
+
+void AddCalcCommand(CLI::App& app, Action& action);      // calc_command.cpp
+void AddTraceCommand(CLI::App& app, Action& action);     // trace_command.cpp
+void AddTreeCommand(CLI::App& app, Action& action);      // tree_command.cpp
+void AddKeywordsCommand(CLI::App& app, Action& action);  // keywords_command.cpp
+
+}  // namespace orvane::cli

@@ -1,0 +1,104 @@
+#include "cli/sheet_run.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <optional>
+
+#include "locus/locus_store.h"
+#include "storage/file_bytes.h"
+
+namespace orvane::cli {
+
+namespace {
+
+// A mark that turns while a run takes its time.
+class TerminalProgress : public ProgressDisplay {
+public:
+    void Show() override { nextTurn = Clock::now() + patience; }
+
+    void Step() override {
+        if (!onTerminal || Clock::now() < nextTurn) return;
+        constexpr std::string_view marks = "|/-\\";
+        std::string line = "\rCalculating  ";
+        line.back() = marks[turns++ % marks.size()];
+        Print(line);
+        nextTurn = Clock::now() + turnTime;
+    }
+
+    void Hide() override {
+        if (turns > 0) Print("\r              \r");
+        turns = 0;
+    }
+
+private:
+    using Clock = std::chrono::steady_clock;
+    static constexpr std::chrono::milliseconds patience{1000};
+    static constexpr std::chrono::milliseconds turnTime{150};
+
+    static void Print(std::string_view text) {
+        std::string reason;
+        WriteStream(stderr, text, reason);
+    }
+
+    const bool onTerminal = isatty(STDERR_FILENO) != 0;
+    Clock::time_point nextTurn;
+    std::size_t turns = 0;
+};
+
+class ErrorMessage : public MessageDisplay {
+public:
+    void ShowMessage(std::string_view message, std::string_view) override {
+        PrintError(std::string(message));
+    }
+};
+
+// The commands print when the run has ended; until then there is nothing to look at.
+class NoPane : public ResultDisplay {
+public:
+    void ShowTexts(const ColouredText&, const ColouredText&) override {}
+};
+
+std::optional<std::string> ReadSheet(const std::string& file) {
+    std::string reason;
+    std::optional<std::string> sheet =
+        file == "-" ? ReadStream(stdin, reason) : ReadFile(file, reason);
+    if (!sheet) {
+        const std::string name = file == "-" ? "the standard input" : "'" + file + "'";
+        PrintError(name + " can't be read: " + reason);
+    }
+    return sheet;
+}
+
+bool HasError(const FinishedRun& run) {
+    return !run.errorText.empty() ||
+           std::any_of(run.sentences.begin(), run.sentences.end(),
+                       [](const auto& sentence) { return !sentence->error.empty(); });
+}
+
+}  // namespace
+
+int RunSheet(const RunOptions& options, const RunWatchers& watchers) {
+    const std::optional<std::string> sheet = ReadSheet(options.file);
+    if (!sheet) return exitUsage;
+
+    int status = exitUsage;
+    RunWatchers watching = watchers;
+    watching.finished = [&](const FinishedRun& run) {
+        status = HasError(run) ? exitSheetError : exitFine;
+        if (watchers.finished) watchers.finished(run);
+    };
+    calcParameters = options.Parameters();
+    locusStore.screenWidth = options.screenWidth;
+    locusStore.screenHeight = options.screenHeight;
+    ErrorMessage message;
+    TerminalProgress progress;
+    NoPane pane;
+    CalculationTexts texts;
+    RunCalculation(*sheet, calcParameters, {message, progress, pane}, texts, watching);
+    return status;
+}
+
+}  // namespace orvane::cli

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <functional>
+
+#include "app/calculation.h"
+#include "cli/cli_options.h"
+
+namespace orvane::cli {
+
+// Reads the sheet that the options name and runs it, with a sign of life on the standard error
+// when that is a terminal and the run takes over a second. Gives exitFine or exitSheetError for a
+// sheet that ran, else exitUsage, with the reason on the standard error and no watcher called.
+int RunSheet(const RunOptions& options, const RunWatchers& watchers);
+
+}  // namespace orvane::cli
