@@ -13,6 +13,7 @@ using Action = std::function<int()>;
 void AddCalcCommand(CLI::App& app, Action& action);      // calc_command.cpp
 void AddTraceCommand(CLI::App& app, Action& action);     // trace_command.cpp
 void AddTreeCommand(CLI::App& app, Action& action);      // tree_command.cpp
+void AddCurvesCommand(CLI::App& app, Action& action);    // curves_command.cpp
 void AddKeywordsCommand(CLI::App& app, Action& action);  // keywords_command.cpp
 
 }  // namespace orvane::cli

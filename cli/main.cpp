@@ -11,10 +11,11 @@ namespace orvane::cli {
 
 namespace {
 
-constexpr const char* helpHint = "\nRun orvane-cli --help to see what there is.";
-
-int Refuse(const std::string& reason) {
-    PrintError(reason + helpHint);
+// Sends people to the help of the command that they asked for.
+int Refuse(const CLI::App& app, const std::string& reason) {
+    std::string command = "orvane-cli";
+    for (const CLI::App* parsed : app.get_subcommands()) command += " " + parsed->get_name();
+    PrintError(reason + "\nRun " + command + " --help to see what there is.");
     return exitUsage;
 }
 
@@ -37,15 +38,16 @@ int Run(int count, char** words) {
     CLI::App app("Calculates sheets of formulas.", "orvane-cli");
     app.set_version_flag("--version", "orvane-cli " ORVANE_VERSION);
     app.formatter(std::make_shared<HelpFormatter>());
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1);
     Action action;
     AddCalcCommand(app, action);
     AddTraceCommand(app, action);
     AddTreeCommand(app, action);
+    AddCurvesCommand(app, action);
     AddKeywordsCommand(app, action);
 
     if (count > 1 && NamesNoCommand(app, words[1])) {
-        return Refuse("'" + std::string(words[1]) + "' is no command");
+        return Refuse(app, "'" + std::string(words[1]) + "' is no command");
     }
     try {
         app.parse(ReversedArguments(count, words));
@@ -54,9 +56,9 @@ int Run(int count, char** words) {
     } catch (const CLI::CallForVersion& version) {
         return PrintOutput(version.what() + std::string("\n"), exitFine);
     } catch (const CLI::ParseError& error) {
-        return Refuse(error.what());
+        return Refuse(app, error.what());
     }
-    return action();
+    return action ? action() : Refuse(app, "a command is needed");
 }
 
 }  // namespace

@@ -38,25 +38,13 @@ Json SentenceJson(const Sentence& sentence, int number) {
     };
 }
 
-std::string_view KindName(LocusKind kind) {
-    switch (kind) {
-        case LocusKind::xy:
-            return "xy";
-        case LocusKind::polar:
-            return "polar";
-        case LocusKind::parametric:
-            break;
-    }
-    return "parametric";
-}
-
 Json CurveJson(const LocusSet& curve) {
     Json points = Json::array();
     for (const LocusPoint& point : curve.points) {
         points.push_back({NumberJson(point.x), NumberJson(point.y), point.penUp});
     }
     return {
-        {"sentence", curve.sentenceIndex + 1}, {"kind", KindName(curve.kind)},
+        {"sentence", curve.sentenceIndex + 1}, {"kind", LocusKindName(curve.kind)},
         {"points", std::move(points)},         {"dropped", curve.droppedCount},
         {"minX", NumberJson(curve.minX)},      {"maxX", NumberJson(curve.maxX)},
         {"minY", NumberJson(curve.minY)},      {"maxY", NumberJson(curve.maxY)},

@@ -1,9 +1,8 @@
-#include <array>
-#include <charconv>
 #include <memory>
 
 #include "cli/commands.h"
 #include "cli/sheet_run.h"
+#include "core/number_literal.h"
 
 namespace orvane::cli {
 
@@ -34,13 +33,6 @@ std::string_view NameOf(const FunctionNode& node) {
     return node.kind == NodeKind::formulaReference ? node.text : std::string_view();
 }
 
-// The shortest digits that read back as the same number.
-void AppendNumber(std::string& output, double number) {
-    std::array<char, 32> digits;
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    output.append(digits.data(), end);
-}
-
 // 3, (1, 2; 3, 4) or complex (1, 2)
 void AppendValue(std::string& output, const Value& value) {
     if (value.complexMark) output += "complex ";
@@ -51,7 +43,7 @@ void AppendValue(std::string& output, const Value& value) {
         const ConstValueRow cells = value.Row(row);
         for (std::size_t column = 0; column < cells.size(); ++column) {
             if (column > 0) output += ", ";
-            AppendNumber(output, cells[column]);
+            output += FormatShortest(cells[column]);
         }
     }
     if (!bare) output += ')';

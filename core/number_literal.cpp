@@ -110,6 +110,12 @@ bool IsNumberShape(std::string_view run) {
     return IsDecimalForm(run);
 }
 
+std::string FormatShortest(double value) {
+    if (!std::isfinite(value)) return FormatFixed(value, 0, false);
+    std::array<char, 32> digits;
+    return {digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr};
+}
+
 std::string FormatFixed(double value, int decimals, bool showPlus) {
     if (std::isnan(value)) return "nan";
     if (std::isinf(value)) return value < 0 ? "-inf" : showPlus ? "+inf" : "inf";

@@ -1,6 +1,8 @@
+#include <span>
 #include <string>
 
 #include "core/compile_stages.h"
+#include "core/first_message.h"
 #include "core/sentence_checks.h"
 #include "core/sheet_cutter.h"
 #include "core/substitution.h"
@@ -9,20 +11,26 @@ namespace orvane {
 
 namespace {
 
-using Check = std::string (*)(const SentenceList& sentences);
+using SentenceCheck = std::string (*)(const SentenceList& sentences, int index);
 
-// The checks that the names of a sheet must pass, in the order in which their messages win.
-constexpr Check nameChecks[] = {CheckHeaders, CheckUniqueNames, CheckReservedNames,
-                                CheckSentenceStrings};
-constexpr Check orderChecks[] = {CheckDefineOrder, CheckFormulaOrder};
+// What sentences are called, in the order in which the messages win.
+constexpr SentenceCheck nameChecks[] = {CheckHeader, CheckUniqueName, CheckReservedName,
+                                        CheckSentenceStrings};
+constexpr SentenceCheck orderChecks[] = {CheckDefineOrder, CheckFormulaOrder};
 
-template <typename Checks>
-bool Pass(const Checks& checks, const SentenceList& sentences, std::string& errorText) {
-    for (const Check check : checks) {
-        errorText = check(sentences);
-        if (!errorText.empty()) return false;
+std::string FirstMessageOf(std::span<const SentenceCheck> checks, const SentenceList& sentences) {
+    return FirstMessage(checks, sentences,
+                        [&](SentenceCheck check, int index) { return check(sentences, index); });
+}
+
+// Tabs go from all sentences; the first formula whose brackets do not match gives its message.
+std::string CheckBrackets(SentenceList& sentences) {
+    std::string message;
+    for (int index = 0; index < sentences.Count(); ++index) {
+        if (!sentences[index].IsText()) BlankTabs(sentences[index].text);
+        if (message.empty()) message = CheckAndUnifyBrackets(sentences, index);
     }
-    return true;
+    return message;
 }
 
 }  // namespace
@@ -37,19 +45,18 @@ void AnalyseSentences(SentenceList& sentences, char* textBegin, char* textEnd,
 
     CutSentences(sentences, sheet);
     sentences.RemoveBlank();
-    FindHeaders(sentences);
-    FindNames(sentences);
-    TrimTexts(sentences);
+    FindLeadingWords(sentences);
     sentences.IndexNames();
-    if (!Pass(nameChecks, sentences, errorText)) return;
+    errorText = FirstMessageOf(nameChecks, sentences);
+    if (!errorText.empty()) return;
 
     BlankLineFeeds(sentences);
-    if (!Pass(orderChecks, sentences, errorText)) return;
+    errorText = FirstMessageOf(orderChecks, sentences);
+    if (!errorText.empty()) return;
 
     SubstituteDefines(sentences, errorText);
     if (!errorText.empty()) return;
-    BlankTabs(sentences);
-    errorText = CheckAndUnifyBrackets(sentences);
+    errorText = CheckBrackets(sentences);
 }
 
 }  // namespace orvane

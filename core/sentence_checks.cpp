@@ -51,17 +51,6 @@ std::optional<ForwardUse> FindForwardUse(std::string_view text, int own, LaterIn
     return std::nullopt;
 }
 
-template <typename IsOfKind, typename LaterIndex>
-std::string CheckOrder(const SentenceList& sentences, std::string_view form, IsOfKind isOfKind,
-                       LaterIndex laterIndex) {
-    for (int index = 0; index < sentences.Count(); ++index) {
-        if (!isOfKind(sentences[index])) continue;
-        const auto use = FindForwardUse(sentences[index].text.View(), index, laterIndex);
-        if (use) return FillForm(form, {NumberOf(index), use->word, NumberOf(use->later)});
-    }
-    return {};
-}
-
 char RoundBracket(char c) {
     if (c == '[' || c == '{') return '(';
     if (c == ']' || c == '}') return ')';
@@ -96,70 +85,61 @@ std::string CheckLineStrings(std::string_view sheet) {
     return FillForm("C001-01: string in line %d is not matched properly.", {NumberOf(*line)});
 }
 
-std::string CheckHeaders(const SentenceList& sentences) {
-    for (int index = 0; index < sentences.Count(); ++index) {
-        const std::string& header = sentences[index].header;
-        if (header.empty() || keywordTable.IsHeader(header)) continue;
-        return FillForm("C001-02: header \"%s\" of sentence %d is unrecognized.",
-                        {header, NumberOf(index)});
-    }
-    return {};
+std::string CheckHeader(const SentenceList& sentences, int index) {
+    const std::string& header = sentences[index].header;
+    if (header.empty() || keywordTable.IsHeader(header)) return {};
+    return FillForm("C001-02: header \"%s\" of sentence %d is unrecognized.",
+                    {header, NumberOf(index)});
 }
 
-std::string CheckUniqueNames(const SentenceList& sentences) {
-    for (int index = 0; index < sentences.Count(); ++index) {
-        const int second = sentences.NextOfSameName(index);
-        if (second < 0) continue;
-        return FillForm("C001-03: name \"%s\" is used in sentences %d and %d.",
-                        {sentences[index].name, NumberOf(index), NumberOf(second)});
-    }
-    return {};
+std::string CheckUniqueName(const SentenceList& sentences, int index) {
+    const int second = sentences.NextOfSameName(index);
+    if (second < 0) return {};
+    return FillForm("C001-03: name \"%s\" is used in sentences %d and %d.",
+                    {sentences[index].name, NumberOf(index), NumberOf(second)});
 }
 
-std::string CheckReservedNames(const SentenceList& sentences) {
-    for (int index = 0; index < sentences.Count(); ++index) {
-        const std::string& name = sentences[index].name;
-        if (name.empty() || !keywordTable.IsKnown(name)) continue;
-        return FillForm("C001-04: name \"%s\" of sentence %d is reserved keyword.",
-                        {name, NumberOf(index)});
-    }
-    return {};
+std::string CheckReservedName(const SentenceList& sentences, int index) {
+    const std::string& name = sentences[index].name;
+    if (name.empty() || !keywordTable.IsKnown(name)) return {};
+    return FillForm("C001-04: name \"%s\" of sentence %d is reserved keyword.",
+                    {name, NumberOf(index)});
 }
 
-std::string CheckSentenceStrings(const SentenceList& sentences) {
-    for (int index = 0; index < sentences.Count(); ++index) {
-        if (!FindOddLine(sentences[index].text.View())) continue;
-        return FillForm("C001-05: string in sentence %d is not matched properly.",
+std::string CheckSentenceStrings(const SentenceList& sentences, int index) {
+    if (!FindOddLine(sentences[index].text.View())) return {};
+    return FillForm("C001-05: string in sentence %d is not matched properly.", {NumberOf(index)});
+}
+
+std::string CheckDefineOrder(const SentenceList& sentences, int index) {
+    if (!sentences[index].IsDefine()) return {};
+    const auto use =
+        FindForwardUse(sentences[index].text.View(), index,
+                       [&](std::string_view word) { return sentences.FirstDefine(word); });
+    if (!use) return {};
+    return FillForm("C001-06: define %d uses name \"%s\" of sub-define %d.",
+                    {NumberOf(index), use->word, NumberOf(use->later)});
+}
+
+std::string CheckFormulaOrder(const SentenceList& sentences, int index) {
+    if (!sentences[index].IsCalculation()) return {};
+    const auto use =
+        FindForwardUse(sentences[index].text.View(), index,
+                       [&](std::string_view word) { return sentences.FirstFormula(word); });
+    if (!use) return {};
+    return FillForm("C001-07: formula %d uses name \"%s\" of sub-formula %d.",
+                    {NumberOf(index), use->word, NumberOf(use->later)});
+}
+
+std::string CheckAndUnifyBrackets(SentenceList& sentences, int index) {
+    Sentence& sentence = sentences[index];
+    if (!sentence.IsCalculation()) return {};
+    if (!UnifyBrackets(sentence.text)) {
+        return FillForm("C001-08: brace in sentence %d is not matched properly.",
                         {NumberOf(index)});
     }
-    return {};
-}
-
-std::string CheckDefineOrder(const SentenceList& sentences) {
-    return CheckOrder(
-        sentences, "C001-06: define %d uses name \"%s\" of sub-define %d.",
-        [](const Sentence& sentence) { return sentence.IsDefine(); },
-        [&](std::string_view word) { return sentences.FirstDefine(word); });
-}
-
-std::string CheckFormulaOrder(const SentenceList& sentences) {
-    return CheckOrder(
-        sentences, "C001-07: formula %d uses name \"%s\" of sub-formula %d.",
-        [](const Sentence& sentence) { return sentence.IsCalculation(); },
-        [&](std::string_view word) { return sentences.FirstFormula(word); });
-}
-
-std::string CheckAndUnifyBrackets(SentenceList& sentences) {
-    for (int index = 0; index < sentences.Count(); ++index) {
-        Sentence& sentence = sentences[index];
-        if (!sentence.IsCalculation()) continue;
-        if (!UnifyBrackets(sentence.text)) {
-            return FillForm("C001-08: brace in sentence %d is not matched properly.",
-                            {NumberOf(index)});
-        }
-        char* const data = sentence.text.Data();
-        std::replace(data, data + sentence.text.length, '\n', ' ');
-    }
+    char* const data = sentence.text.Data();
+    std::replace(data, data + sentence.text.length, '\n', ' ');
     return {};
 }
 

@@ -5,9 +5,8 @@
 
 #include "core/sentence.h"
 
-// The eight checks on whole sentences. Each looks through all sentences in its own order and gives
-// the message of the first fault, or an empty text. Numbers in messages count from one, for lines
-// as for sentences.
+// The eight checks on whole sentences. Each gives the message of a fault, or an empty text. Numbers
+// in messages count from one, for lines as for sentences.
 
 namespace orvane {
 
@@ -15,24 +14,25 @@ namespace orvane {
 std::string CheckLineStrings(std::string_view sheet);
 
 // C001-02: a header that is no header keyword.
-std::string CheckHeaders(const SentenceList& sentences);
+std::string CheckHeader(const SentenceList& sentences, int index);
 
-// C001-03: a name that two sentences bear, whatever their kinds. Names must have been indexed.
-std::string CheckUniqueNames(const SentenceList& sentences);
+// C001-03: a name that a sentence below bears as well, whatever their kinds. Names must have been
+// indexed.
+std::string CheckUniqueName(const SentenceList& sentences, int index);
 
 // C001-04: a name that is a keyword.
-std::string CheckReservedNames(const SentenceList& sentences);
+std::string CheckReservedName(const SentenceList& sentences, int index);
 
-// C001-05: an odd count of '"' in a line of a sentence.
-std::string CheckSentenceStrings(const SentenceList& sentences);
+// C001-05: an odd count of '"' in a line of the sentence.
+std::string CheckSentenceStrings(const SentenceList& sentences, int index);
 
 // C001-06 and C001-07: a define that uses the name of a define below it, a formula that uses the
 // name of a formula below it. Across the kinds the order is free. Names must have been indexed.
-std::string CheckDefineOrder(const SentenceList& sentences);
-std::string CheckFormulaOrder(const SentenceList& sentences);
+std::string CheckDefineOrder(const SentenceList& sentences, int index);
+std::string CheckFormulaOrder(const SentenceList& sentences, int index);
 
 // C001-08: brackets of a formula that do not match. The three kinds of bracket are one: all are
-// rewritten to round ones on the way.
-std::string CheckAndUnifyBrackets(SentenceList& sentences);
+// rewritten to round ones on the way. A formula that passes has no line feed any more.
+std::string CheckAndUnifyBrackets(SentenceList& sentences, int index);
 
 }  // namespace orvane

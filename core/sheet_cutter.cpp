@@ -25,20 +25,6 @@ std::optional<LeadingWord> FindLeadingWord(std::string_view text, char sign) {
     return LeadingWord{text.substr(start, wordEnd - start), at + 1};
 }
 
-// Blanks every `character` of the text that stands outside strings.
-void BlankOutsideStrings(EditBuffer& text, char character) {
-    const std::string_view view = text.View();
-    std::size_t at = 0;
-    while (at < view.size()) {
-        if (view[at] == '"') {
-            at = SkipString(view, at);
-        } else {
-            if (view[at] == character) text.Data()[at] = ' ';
-            ++at;
-        }
-    }
-}
-
 }  // namespace
 
 void BlankComments(std::span<char> text) {
@@ -79,32 +65,31 @@ void CutSentences(SentenceList& sentences, std::string_view text) {
     cut();
 }
 
-void FindHeaders(SentenceList& sentences) {
-    for (auto& sentence : sentences) {
-        const auto found = FindLeadingWord(sentence->text.View(), ':');
-        if (!found) continue;
-        sentence->header = found->word;
-        sentence->text.Remove(0, found->end);
-    }
+void FindHeader(Sentence& sentence) {
+    const auto found = FindLeadingWord(sentence.text.View(), ':');
+    if (!found) return;
+    sentence.header = found->word;
+    sentence.text.Remove(0, found->end);
 }
 
-void FindNames(SentenceList& sentences) {
-    for (auto& sentence : sentences) {
-        if (sentence->IsText()) continue;
-        const auto found = FindLeadingWord(sentence->text.View(), '=');
-        if (!found) continue;
-        sentence->name = found->word;
-        char* const data = sentence->text.Data();
-        char* const word = data + (found->word.data() - data);
-        std::fill_n(word, found->word.size(), ' ');
-        data[found->end - 1] = ' ';
-    }
+void FindName(Sentence& sentence) {
+    const auto found = FindLeadingWord(sentence.text.View(), '=');
+    if (!found) return;
+    sentence.name = found->word;
+    char* const data = sentence.text.Data();
+    char* const word = data + (found->word.data() - data);
+    std::fill_n(word, found->word.size(), ' ');
+    data[found->end - 1] = ' ';
 }
 
-void TrimTexts(SentenceList& sentences) {
+void TrimText(Sentence& sentence) { sentence.text.Remove(0, SkipWhite(sentence.text.View(), 0)); }
+
+void FindLeadingWords(SentenceList& sentences) {
     for (auto& sentence : sentences) {
+        FindHeader(*sentence);
         if (sentence->IsText()) continue;
-        sentence->text.Remove(0, SkipWhite(sentence->text.View(), 0));
+        FindName(*sentence);
+        TrimText(*sentence);
     }
 }
 
@@ -116,9 +101,17 @@ void BlankLineFeeds(SentenceList& sentences) {
     }
 }
 
-void BlankTabs(SentenceList& sentences) {
-    for (auto& sentence : sentences) {
-        if (!sentence->IsText()) BlankOutsideStrings(sentence->text, '\t');
+void BlankTabs(EditBuffer& text) {
+    const std::string_view view = text.View();
+    if (view.find('\t') == std::string_view::npos) return;
+    std::size_t at = 0;
+    while (at < view.size()) {
+        if (view[at] == '"') {
+            at = SkipString(view, at);
+        } else {
+            if (view[at] == '\t') text.Data()[at] = ' ';
+            ++at;
+        }
     }
 }
 

@@ -16,18 +16,23 @@ void BlankComments(std::span<char> text);
 // One sentence for each piece between semicolons outside strings. An empty piece makes none.
 void CutSentences(SentenceList& sentences, std::string_view text);
 
-// Moves the word in front of a `:` from each text into its header, once.
-void FindHeaders(SentenceList& sentences);
+// Moves the word in front of a `:` from the text into the header, once.
+void FindHeader(Sentence& sentence);
 
-// Takes the word in front of a `=` as the name and blanks both, in all but text sentences. Kept:
-// what follows the `=` is not looked at, so `a == 1` names `a` and the second `=` fails later.
-void FindNames(SentenceList& sentences);
+// Takes the word in front of a `=` as the name and blanks both. Kept: what follows the `=` is not
+// looked at, so `a == 1` names `a` and the second `=` fails later.
+void FindName(Sentence& sentence);
 
-// Removes the white space in front of each text, except in text sentences.
-void TrimTexts(SentenceList& sentences);
+// Removes the white space in front of the text.
+void TrimText(Sentence& sentence);
 
-// Line feeds become blanks in all but text sentences; so do, later, tabs outside strings.
+// All three, for every sentence. Text sentences have no name and keep their white space.
+void FindLeadingWords(SentenceList& sentences);
+
+// Line feeds become blanks in all but text sentences.
 void BlankLineFeeds(SentenceList& sentences);
-void BlankTabs(SentenceList& sentences);
+
+// Tabs outside strings become blanks.
+void BlankTabs(EditBuffer& text);
 
 }  // namespace orvane

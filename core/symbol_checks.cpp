@@ -5,6 +5,7 @@
 
 #include "core/compile_stages.h"
 #include "core/error_text.h"
+#include "core/first_message.h"
 #include "core/number_literal.h"
 #include "core/text_scan.h"
 
@@ -22,25 +23,16 @@ struct SymbolCheck {
     std::string_view form;
 };
 
-// Runs the checks over all sentences. An earlier check has the say before a later one, whatever
-// their sentences; each check speaks for the first sentence that fails it. All checks look at a
-// sentence while it is at hand, since a large sheet does not stay in the processor's cache.
 bool Pass(std::span<const SymbolCheck> checks, const SentenceList& sentences,
           std::string& errorText) {
-    for (int index = 0; index < sentences.Count() && !checks.empty(); ++index) {
-        if (!sentences[index].IsCalculation()) continue;
-        const std::string_view text = sentences[index].text.View();
-        for (const SymbolCheck& check : checks) {
-            const Fault fault = check.find(text);
-            if (!fault) continue;
-            const bool quotes = check.form.find("%s") != std::string_view::npos;
-            errorText = quotes ? FillForm(check.form, {*fault, NumberOf(index)})
-                               : FillForm(check.form, {NumberOf(index)});
-            // Only an earlier check can still win.
-            checks = checks.first(static_cast<std::size_t>(&check - checks.data()));
-            break;
-        }
-    }
+    errorText = FirstMessage(checks, sentences, [&](const SymbolCheck& check, int index) {
+        if (!sentences[index].IsCalculation()) return std::string();
+        const Fault fault = check.find(sentences[index].text.View());
+        if (!fault) return std::string();
+        const bool quotes = check.form.find("%s") != std::string_view::npos;
+        return quotes ? FillForm(check.form, {*fault, NumberOf(index)})
+                      : FillForm(check.form, {NumberOf(index)});
+    });
     return errorText.empty();
 }
 

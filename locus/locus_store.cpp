@@ -23,6 +23,18 @@ bool MakeRoom(std::vector<LocusPoint>& points) {
 
 }  // namespace
 
+std::string_view LocusKindName(LocusKind kind) {
+    switch (kind) {
+        case LocusKind::xy:
+            return "xy";
+        case LocusKind::polar:
+            return "polar";
+        case LocusKind::parametric:
+            break;
+    }
+    return "parametric";
+}
+
 bool LocusSet::AddPoint(double x, double y, bool penUp) {
     if (points.size() == points.capacity() && !MakeRoom(points)) return false;
     points.push_back({x, y, penUp});

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 // The curves that the locus functions of the last run recorded, for the plot window and the
@@ -11,6 +12,9 @@
 namespace orvane {
 
 enum class LocusKind : std::int32_t { xy = 0, polar = 1, parametric = 2 };
+
+// "xy", "polar" or "parametric", as in the keyword.
+std::string_view LocusKindName(LocusKind kind);
 
 // In sheet units; y grows upward. A point with penUp starts a new stroke: the plot moves to it
 // without drawing.

@@ -1,6 +1,7 @@
 #include "storage/file_bytes.h"
 
 #include <cerrno>
+#include <filesystem>
 #include <memory>
 #include <system_error>
 
@@ -42,6 +43,26 @@ std::optional<std::string> ReadStream(std::FILE* stream, std::string& reason) {
         reason = SystemReason(errno);
         return std::nullopt;
     }
+}
+
+bool WriteFile(const std::string& path, const NextPiece& nextPiece, std::string& reason) {
+    std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "wb"));
+    bool written = file != nullptr;
+    for (std::string piece; written && !(piece = nextPiece()).empty();) {
+        written = std::fwrite(piece.data(), 1, piece.size(), file.get()) == piece.size();
+    }
+    // Closing writes what is still on its way.
+    if (written && std::fclose(file.release()) == 0) return true;
+    reason = SystemReason(errno);
+    return false;
+}
+
+bool MakeFolder(const std::string& path, std::string& reason) {
+    std::error_code error;
+    std::filesystem::create_directories(path, error);
+    if (!error) return true;
+    reason = error.message();
+    return false;
 }
 
 bool WriteStream(std::FILE* stream, std::string_view bytes, std::string& reason) {

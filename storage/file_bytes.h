@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,6 +19,17 @@ std::optional<std::string> ReadFile(const std::string& path, std::string& reason
 
 // The same from an open stream, such as the standard input.
 std::optional<std::string> ReadStream(std::FILE* stream, std::string& reason);
+
+// Gives the next piece of a file that is being written; an empty piece ends it.
+using NextPiece = std::function<std::string()>;
+
+// Writes a file anew, piece by piece, so that a large one is never in memory as a whole. False,
+// with the reason, when it can't be written; what got there stays.
+bool WriteFile(const std::string& path, const NextPiece& nextPiece, std::string& reason);
+
+// Makes a folder, with those above it, if it is not there. False, with the reason, if it can't be
+// made.
+bool MakeFolder(const std::string& path, std::string& reason);
 
 // Writes all bytes to an open stream and hands them on to the system. False, with the reason, when
 // they did not all get there.

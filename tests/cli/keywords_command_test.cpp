@@ -33,7 +33,8 @@ TEST(KeywordsJson, ListsTheWholeTableInTheOrderOfTheNames) {
 }
 
 TEST(KeywordsJson, GivesTheFieldsOfEveryRow) {
-    for (const Json& keyword : JsonOf({"keywords", "--json"}, "").at("keywords")) {
+    const Json json = JsonOf({"keywords", "--json"}, "");
+    for (const Json& keyword : json.at("keywords")) {
         const std::string name = keyword.at("name");
         SCOPED_TRACE(name);
         const KeywordEntry* const entry = keywordTable.Find(name);

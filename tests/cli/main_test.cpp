@@ -90,6 +90,14 @@ TEST(Program, NamesACommandThatItDoesNotKnow) {
     }
 }
 
+TEST(Program, NamesAnOptionThatItDoesNotKnow) {
+    for (const std::string option : {"--bogus", "-x", "--VERSION"}) {
+        SCOPED_TRACE(option);
+        ExpectRefused(RunTool({option}), {option, "--help"});
+        ExpectRefused(RunTool({option, "calc"}, "1"), {option, "--help"});
+    }
+}
+
 TEST(Program, RefusesTheOptionsOfACommandInFrontOfIt) {
     ExpectRefused(RunTool({"--json", "calc"}, "1"), {"--json", "--help"});
 }
@@ -100,7 +108,9 @@ TEST(EveryCommand, RefusesAnOptionThatItDoesNotKnow) {
     for (const std::string& command : commands) {
         for (const std::string& option : unknown) {
             SCOPED_TRACE(command + " " + option);
-            ExpectRefused(RunTool({command, option}, "1"), {option, "--help"});
+            // The program's own help lists no option of a command.
+            ExpectRefused(RunTool({command, option}, "1"),
+                          {option, "orvane-cli " + command + " --help"});
         }
     }
 }

@@ -96,16 +96,14 @@ void ExpectHead(const HeadRow& row) {
     SCOPED_TRACE(row.sentence);
     SentenceList sentences;
     sentences.Add(row.sentence);
-    FindHeaders(sentences);
-    FindNames(sentences);
-    TrimTexts(sentences);
+    FindLeadingWords(sentences);
     EXPECT_EQ(sentences[0].header, row.header);
     EXPECT_EQ(sentences[0].name, row.name);
     EXPECT_EQ(sentences[0].text.View(), row.text);
     EXPECT_EQ(sentences[0].source, row.sentence);
 }
 
-TEST(FindHeaders, TakesTheWordInFrontOfAColonOnce) {
+TEST(FindHeader, TakesTheWordInFrontOfAColonOnce) {
     constexpr HeadRow rows[] = {
         {"hide : 3", "hide", "", "3"},
         {"hide:3", "hide", "", "3"},
@@ -125,7 +123,7 @@ TEST(FindHeaders, TakesTheWordInFrontOfAColonOnce) {
     for (const HeadRow& row : rows) ExpectHead(row);
 }
 
-TEST(FindNames, TakesTheWordInFrontOfAnEqualsSign) {
+TEST(FindName, TakesTheWordInFrontOfAnEqualsSign) {
     constexpr HeadRow rows[] = {
         {"a=1", "", "a", "1"},
         {"  a = 1 ", "", "a", "1 "},
@@ -156,10 +154,10 @@ TEST(TextSentences, KeepTheirTextWithAllWhiteSpace) {
     for (const HeadRow& row : rows) ExpectHead(row);
 }
 
-TEST(FindNames, OverwritesThemWithBlanks) {
+TEST(FindName, OverwritesThemWithBlanks) {
     SentenceList sentences;
     sentences.Add(" ab = 1");
-    FindNames(sentences);
+    FindName(sentences[0]);
     EXPECT_EQ(sentences[0].text.View(), "      1");
 }
 
