@@ -19,7 +19,7 @@ int Calculate(const RunOptions& options) {
     std::string output;
     RunWatchers watchers;
     watchers.finished = [&](const FinishedRun& run) {
-        output = options.json ? Print(RunJson(run)) : PlainOutput(run.texts);
+        output = options.json ? PrintRun(run) : PlainOutput(run.texts);
     };
     const int status = RunSheet(options, watchers);
     return status == exitUsage ? exitUsage : PrintOutput(output, status);

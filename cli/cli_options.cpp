@@ -70,6 +70,12 @@ void AddWholeNumber(CLI::App& command, const WholeNumberOption& option, Number& 
         ->option_text("N");
 }
 
+// A pair of options, or one, without a value; of several, the last one counts.
+void AddSwitch(CLI::App& command, const std::string& names, bool& target,
+               const std::string& description) {
+    command.add_flag(names, target, description)->disable_flag_override();
+}
+
 constexpr WholeNumberOption bitsOption = {"--bits", smallestWordBits, largestWordBits,
                                           " from 2 to 53",
                                           "Word size of whole numbers, 2 to 53 (default: 32)"};
@@ -97,22 +103,26 @@ CalcParameters RunOptions::Parameters() const {
     return parameters;
 }
 
-void AddRunOptions(CLI::App& command, RunOptions& options) {
+void AddSheetOptions(CLI::App& command, RunOptions& options) {
     command
         .add_option("FILE", options.file,
                     "The sheet; the standard input where there is none or it is -")
         ->option_text(" ")
         ->allow_extra_args(false);  // a name in brackets is a name like any other
     AddWholeNumber(command, bitsOption, options.bits);
+}
+
+void AddRunOptions(CLI::App& command, RunOptions& options) {
+    AddSheetOptions(command, options);
     AddWholeNumber(command, precisionOption, options.precision);
-    command.add_flag("--show-sign,!--no-show-sign", options.showSign,
-                     "A + in front of numbers that are not negative (default: on)");
-    command.add_flag("--position-line,!--no-position-line", options.positionLine,
-                     "A ruler above the report (default: off)");
-    command.add_flag("--formula-break,!--no-formula-break", options.formulaBreak,
-                     "A blank line behind each formula (default: off)");
-    command.add_flag("--break-text,!--no-break-text", options.breakText,
-                     "A blank line ahead of each text (default: on)");
+    AddSwitch(command, "--show-sign,!--no-show-sign", options.showSign,
+              "A + in front of numbers that are not negative (default: on)");
+    AddSwitch(command, "--position-line,!--no-position-line", options.positionLine,
+              "A ruler above the report (default: off)");
+    AddSwitch(command, "--formula-break,!--no-formula-break", options.formulaBreak,
+              "A blank line behind each formula (default: off)");
+    AddSwitch(command, "--break-text,!--no-break-text", options.breakText,
+              "A blank line ahead of each text (default: on)");
     AddWholeNumber(command, locusFineOption, options.locusFine);
     const auto readScreen = [&options](const std::string& text) {
         if (ReadScreen(text, options)) return;
@@ -127,7 +137,7 @@ void AddRunOptions(CLI::App& command, RunOptions& options) {
 }
 
 void AddJsonOption(CLI::App& command, bool& json) {
-    command.add_flag("--json", json, "Print one JSON object");
+    AddSwitch(command, "--json", json, "Print one JSON object, with exact values");
 }
 
 std::string HelpFormatter::make_option_name(const CLI::Option* option, bool isPositional) const {
@@ -141,6 +151,7 @@ std::string HelpFormatter::make_option_name(const CLI::Option* option, bool isPo
 
 CLI::App& AddCommand(CLI::App& app, const std::string& name, const std::string& description) {
     CLI::App& command = *app.add_subcommand(name, description);
+    command.group("Commands");
     command.set_version_flag("--version", "orvane-cli " ORVANE_VERSION);
     return command;
 }

@@ -34,7 +34,9 @@ struct RunOptions {
     CalcParameters Parameters() const;
 };
 
-// Adds the options to the command. `options` must live as long as the command does.
+// Adds the sheet and the word size, or all options of a run, to the command. `options` must live as
+// long as the command does.
+void AddSheetOptions(CLI::App& command, RunOptions& options);
 void AddRunOptions(CLI::App& command, RunOptions& options);
 void AddJsonOption(CLI::App& command, bool& json);
 

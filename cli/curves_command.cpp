@@ -16,7 +16,7 @@ namespace {
 
 struct CurvesOptions {
     RunOptions run;
-    std::string folder;
+    std::optional<std::string> folder;
 };
 
 // The curve as text, some thousand points at a time: a heading, then x, y and whether the pen is up
@@ -82,6 +82,11 @@ void PrintSheetErrors(const FinishedRun& run) {
 }
 
 int SaveCurves(const CurvesOptions& options) {
+    // Asked here and not by the parser, which would see this before a word that is spelled wrong.
+    if (!options.folder) {
+        PrintError("--csv DIR is needed\nRun orvane-cli curves --help to see what there is.");
+        return exitUsage;
+    }
     RunWatchers watchers;
     watchers.finished = PrintSheetErrors;
     const int status = RunSheet(options.run, watchers);
@@ -90,7 +95,7 @@ int SaveCurves(const CurvesOptions& options) {
         PrintError("the sheet has no curves, so nothing was written");
         return status;
     }
-    const std::optional<std::string> output = WriteCurves(options.folder);
+    const std::optional<std::string> output = WriteCurves(*options.folder);
     return output ? PrintOutput(*output, status) : exitUsage;
 }
 
@@ -101,8 +106,8 @@ void AddCurvesCommand(CLI::App& app, Action& action) {
     const auto options = std::make_shared<CurvesOptions>();
     AddRunOptions(command, options->run);
     command.add_option("--csv", options->folder, "The folder that gets a CSV file for each curve")
-        ->required()
         ->take_last()
+        ->type_name("folder")
         ->option_text("DIR (needed)");
     command.callback([&action, options] { action = [options] { return SaveCurves(*options); }; });
 }

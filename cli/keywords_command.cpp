@@ -27,6 +27,14 @@ Json KeywordJson(const KeywordEntry& entry) {
             {"optionalParams", OptionalText(entry.optionalParams)}};
 }
 
+// "a, b" for the "a ,b" of a list with columns.
+std::string WithPlainCommas(std::string text) {
+    for (std::size_t at = text.find(" ,"); at != std::string::npos; at = text.find(" ,", at + 2)) {
+        text.replace(at, 2, ", ");
+    }
+    return text;
+}
+
 // "float sqrt(ufloat)": what it gives, its name and what it takes, one line a signature.
 std::string LineText(const KeywordLine& line) {
     std::string text(line.returnText);
@@ -34,7 +42,7 @@ std::string LineText(const KeywordLine& line) {
     if (text.size() < firstColumn) text.append(firstColumn - text.size(), ' ');
     text.append("  ").append(line.name).append(line.opening);
     if (line.opening.empty() && !line.signature.mainParams.empty()) text += " = ";
-    text.append(line.signature.mainParams).append(line.signature.optionalParams);
+    text.append(WithPlainCommas(line.signature.mainParams + line.signature.optionalParams));
     return text.append(line.closing) + '\n';
 }
 

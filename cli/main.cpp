@@ -19,10 +19,38 @@ int Refuse(const CLI::App& app, const std::string& reason) {
     return exitUsage;
 }
 
-// The first word when it names no command; the parser would only say that one is missing.
-bool NamesNoCommand(const CLI::App& app, const std::string& word) {
-    const auto isNamed = [&](const CLI::App* command) { return command->get_name() == word; };
-    return !word.starts_with('-') && app.get_subcommands(isNamed).empty();
+// The first word of the command line that nothing took; empty if there is none.
+std::string UnusedWord(const CLI::App& app, const std::vector<std::string>& reversedWords) {
+    const std::vector<std::string> unused = app.remaining(true);
+    const auto found =
+        std::find_if(reversedWords.rbegin(), reversedWords.rend(), [&](const std::string& word) {
+            return word != "--" && std::find(unused.begin(), unused.end(), word) != unused.end();
+        });
+    return found == reversedWords.rend() ? std::string() : *found;
+}
+
+// What is wrong with the command line, in place of the parser's words where those do not help.
+std::string ReasonOf(const CLI::ParseError& error, const CLI::App& app,
+                     const std::vector<std::string>& reversedWords) {
+    const std::string reason = error.what();
+    if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
+        const std::string word = UnusedWord(app, reversedWords);
+        if (word.starts_with('-') && word != "-") return "there is no option '" + word + "' here";
+        if (app.get_subcommands().empty()) return "'" + word + "' is no command";
+        return "'" + word + "' is one word too many";
+    }
+    if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) == nullptr) return reason;
+    if (reason.find("flag override") != std::string::npos) {
+        return "--" + reason.substr(0, reason.find(' ')) + " takes no value";
+    }
+    const std::size_t wanted = reason.find(" required ");
+    const std::size_t end = reason.rfind(" missing");
+    if (wanted != std::string::npos && end != std::string::npos) {
+        constexpr std::size_t start = std::string_view(" required ").size();
+        return reason.substr(0, reason.find(':')) + " needs a " +
+               reason.substr(wanted + start, end - wanted - start);
+    }
+    return reason;
 }
 
 // What stands behind the program's name, the last word first, as the parser wants it. To the
@@ -34,10 +62,18 @@ std::vector<std::string> ReversedArguments(int count, char** words) {
     return arguments;
 }
 
+constexpr const char* statusText =
+    "Exit status: 0 fine, 1 the sheet has an error, 2 wrong usage, an unreadable or empty sheet "
+    "or\n"
+    "an output that can't be written.";
+
 int Run(int count, char** words) {
     CLI::App app("Calculates sheets of formulas.", "orvane-cli");
     app.set_version_flag("--version", "orvane-cli " ORVANE_VERSION);
-    app.formatter(std::make_shared<HelpFormatter>());
+    const auto formatter = std::make_shared<HelpFormatter>();
+    formatter->label("SUBCOMMAND", "COMMAND");
+    app.formatter(formatter);
+    app.footer(statusText);
     app.require_subcommand(0, 1);
     Action action;
     AddCalcCommand(app, action);
@@ -46,19 +82,18 @@ int Run(int count, char** words) {
     AddCurvesCommand(app, action);
     AddKeywordsCommand(app, action);
 
-    if (count > 1 && NamesNoCommand(app, words[1])) {
-        return Refuse(app, "'" + std::string(words[1]) + "' is no command");
-    }
+    const std::vector<std::string> arguments = ReversedArguments(count, words);
     try {
-        app.parse(ReversedArguments(count, words));
+        std::vector<std::string> parsed = arguments;
+        app.parse(parsed);
     } catch (const CLI::CallForHelp&) {
         return PrintOutput(app.help(), exitFine);
     } catch (const CLI::CallForVersion& version) {
         return PrintOutput(version.what() + std::string("\n"), exitFine);
     } catch (const CLI::ParseError& error) {
-        return Refuse(app, error.what());
+        return Refuse(app, ReasonOf(error, app, arguments));
     }
-    return action ? action() : Refuse(app, "a command is needed");
+    return action ? action() : Refuse(app, "a command is needed in front of everything else");
 }
 
 }  // namespace

@@ -9,6 +9,8 @@ namespace orvane::cli {
 
 namespace {
 
+std::string Dump(const Json& json) { return json.dump(-1, ' ', true); }
+
 std::string_view KindName(const Sentence& sentence) {
     if (sentence.IsText()) return "text";
     return sentence.IsDefine() ? "define" : "calculation";
@@ -38,26 +40,62 @@ Json SentenceJson(const Sentence& sentence, int number) {
     };
 }
 
+// Everything of a curve but its points, of which there may be millions.
 Json CurveJson(const LocusSet& curve) {
-    Json points = Json::array();
-    for (const LocusPoint& point : curve.points) {
-        points.push_back({NumberJson(point.x), NumberJson(point.y), point.penUp});
-    }
     return {
-        {"sentence", curve.sentenceIndex + 1}, {"kind", LocusKindName(curve.kind)},
-        {"points", std::move(points)},         {"dropped", curve.droppedCount},
-        {"minX", NumberJson(curve.minX)},      {"maxX", NumberJson(curve.maxX)},
-        {"minY", NumberJson(curve.minY)},      {"maxY", NumberJson(curve.maxY)},
-        {"stoppedEarly", curve.stoppedEarly},  {"lastParameter", NumberJson(curve.lastParameter)},
+        {"sentence", curve.sentenceIndex + 1},
+        {"kind", LocusKindName(curve.kind)},
+        {"points", Json::array()},
+        {"dropped", curve.droppedCount},
+        {"minX", NumberJson(curve.minX)},
+        {"maxX", NumberJson(curve.maxX)},
+        {"minY", NumberJson(curve.minY)},
+        {"maxY", NumberJson(curve.maxY)},
+        {"stoppedEarly", curve.stoppedEarly},
+        {"lastParameter", NumberJson(curve.lastParameter)},
     };
 }
 
-Json CurvesJson() {
-    Json curves = Json::array();
-    for (int index = 0; index < locusStore.Count(); ++index) {
-        curves.push_back(CurveJson(locusStore[index]));
+// As NumberJson prints it.
+void AppendNumber(std::string& output, double number) {
+    std::string text = FormatShortest(number);
+    if (!std::isfinite(number)) {
+        text = '"' + text + '"';
+    } else if (text.find_first_of(".e") == std::string::npos) {
+        text += ".0";  // or a reader may take a minus zero for the whole number 0
     }
-    return curves;
+    output += text;
+}
+
+void AppendPoints(std::string& output, const std::vector<LocusPoint>& points) {
+    const char* separator = "";
+    for (const LocusPoint& point : points) {
+        output.append(separator) += '[';
+        AppendNumber(output, point.x);
+        output += ',';
+        AppendNumber(output, point.y);
+        output += point.penUp ? ",true]" : ",false]";
+        separator = ",";
+    }
+}
+
+void AppendCurve(std::string& output, const LocusSet& curve) {
+    const std::string text = Dump(CurveJson(curve));
+    const std::size_t points = text.find("[]") + 1;
+    output.append(text, 0, points);
+    AppendPoints(output, curve.points);
+    output.append(text, points);
+}
+
+// A member whose value is a list, one element behind the other.
+template <typename AppendElement>
+void AppendList(std::string& output, std::string_view name, int count, AppendElement append) {
+    output.append(",\"").append(name).append("\":[");
+    for (int index = 0; index < count; ++index) {
+        if (index > 0) output += ',';
+        append(index);
+    }
+    output += ']';
 }
 
 }  // namespace
@@ -82,20 +120,19 @@ Json NumberJson(double number) {
     return FormatFixed(number, 0, false);
 }
 
-Json RunJson(const FinishedRun& run) {
-    Json sentences = Json::array();
-    for (int index = 0; index < run.sentences.Count(); ++index) {
-        sentences.push_back(SentenceJson(run.sentences[index], index + 1));
-    }
-    return {
-        {"positionText", TextJson(run.texts.positionText)},
-        {"resultText", TextJson(run.texts.resultText)},
-        {"errorText", TextJson(run.errorText)},
-        {"sentences", std::move(sentences)},
-        {"curves", CurvesJson()},
-    };
+std::string PrintRun(const FinishedRun& run) {
+    const Json texts = {{"positionText", TextJson(run.texts.positionText)},
+                        {"resultText", TextJson(run.texts.resultText)},
+                        {"errorText", TextJson(run.errorText)}};
+    std::string output = Dump(texts);
+    output.pop_back();  // the object goes on
+    AppendList(output, "sentences", run.sentences.Count(),
+               [&](int index) { output += Dump(SentenceJson(run.sentences[index], index + 1)); });
+    AppendList(output, "curves", locusStore.Count(),
+               [&](int index) { AppendCurve(output, locusStore[index]); });
+    return output + "}\n";
 }
 
-std::string Print(const Json& json) { return json.dump(-1, ' ', true) + "\n"; }
+std::string Print(const Json& json) { return Dump(json) + "\n"; }
 
 }  // namespace orvane::cli

@@ -15,9 +15,12 @@ using Json = nlohmann::ordered_json;
 
 Json TextJson(std::string_view text);
 Json NumberJson(double number);
-Json RunJson(const FinishedRun& run);
 
 // One line of ASCII with a line feed behind it.
 std::string Print(const Json& json);
+
+// The whole run in the same way. It is never one object in memory, which would be many times as
+// large as its text.
+std::string PrintRun(const FinishedRun& run);
 
 }  // namespace orvane::cli

@@ -62,6 +62,9 @@ public:
 };
 
 std::optional<std::string> ReadSheet(const std::string& file) {
+    if (file == "-" && isatty(STDIN_FILENO) != 0) {
+        PrintError("reading the sheet from the terminal; Ctrl+D on a line of its own ends it");
+    }
     std::string reason;
     std::optional<std::string> sheet =
         file == "-" ? ReadStream(stdin, reason) : ReadFile(file, reason);

@@ -120,7 +120,7 @@ int ShowTrees(const RunOptions& options) {
 void AddTreeCommand(CLI::App& app, Action& action) {
     CLI::App& command = AddCommand(app, "tree", "Show the tree of every formula with its values");
     const auto options = std::make_shared<RunOptions>();
-    AddRunOptions(command, *options);
+    AddSheetOptions(command, *options);
     command.callback([&action, options] { action = [options] { return ShowTrees(*options); }; });
 }
 

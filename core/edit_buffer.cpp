@@ -35,7 +35,7 @@ void EditBuffer::Assign(std::string_view text) {
         capacity = size + spareRoom;
         data = MakeRoom(static_cast<std::size_t>(capacity));
     }
-    std::memmove(data.get(), text.data(), text.size());
+    if (!text.empty()) std::memmove(data.get(), text.data(), text.size());
     length = size;
     data[text.size()] = '\0';
 }

@@ -3,13 +3,11 @@
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "tests/support/sheet_files.h"
 #include "tests/support/sheet_run.h"
 
 // Whole runs: NAME.sheet gives NAME.report, byte for byte, the ruler in front of the report. Where
@@ -21,23 +19,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using test::NamesWith;
+using test::ReadAll;
+
 const fs::path sheetsFolder = ORVANE_SHEETS_FOLDER;
-
-std::string ReadAll(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    EXPECT_TRUE(file.is_open()) << path;
-    return std::string(std::istreambuf_iterator<char>(file), {});
-}
-
-// The names of the files with this extension, in order.
-std::vector<std::string> NamesWith(std::string_view extension) {
-    std::vector<std::string> names;
-    for (const fs::directory_entry& entry : fs::directory_iterator(sheetsFolder)) {
-        if (entry.path().extension() == extension) names.push_back(entry.path().stem().string());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
 
 bool ReadNumber(std::string_view text, int& number) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -87,14 +72,14 @@ TEST_P(GoldenSheet, GivesItsReport) {
     EXPECT_EQ(ran.positionText + ran.resultText, ReadAll(sheetsFolder / (name + ".report")));
 }
 
-INSTANTIATE_TEST_SUITE_P(Sheets, GoldenSheet, testing::ValuesIn(NamesWith(".sheet")),
+INSTANTIATE_TEST_SUITE_P(Sheets, GoldenSheet, testing::ValuesIn(NamesWith(sheetsFolder, ".sheet")),
                          [](const auto& info) { return info.param; });
 
 TEST(GoldenSheets, AreWholePairs) {
-    const std::vector<std::string> sheets = NamesWith(".sheet");
+    const std::vector<std::string> sheets = NamesWith(sheetsFolder, ".sheet");
     EXPECT_FALSE(sheets.empty());
-    EXPECT_EQ(NamesWith(".report"), sheets);
-    for (const std::string& name : NamesWith(".options")) {
+    EXPECT_EQ(NamesWith(sheetsFolder, ".report"), sheets);
+    for (const std::string& name : NamesWith(sheetsFolder, ".options")) {
         EXPECT_TRUE(std::binary_search(sheets.begin(), sheets.end(), name)) << name;
     }
 }

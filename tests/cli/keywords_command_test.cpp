@@ -96,9 +96,9 @@ TEST(Keywords, HaveALineEachWithWhatTheyGiveAndTake) {
 TEST(Keywords, HaveALineForEachWayToCallThem) {
     const std::vector<std::string> lines = LinesOf(OutputOf({"keywords", "matrix_det"}, ""));
     ASSERT_EQ(lines.size(), 4u);
-    EXPECT_TRUE(lines[0].ends_with(" matrix_det(point ,point ,point ,...)")) << lines[0];
+    EXPECT_TRUE(lines[0].ends_with(" matrix_det(point, point, point, ...)")) << lines[0];
     EXPECT_TRUE(lines[1].ends_with(" matrix_det(matrix)")) << lines[1];
-    EXPECT_TRUE(lines[2].ends_with(" matrix_determinant(point ,point ,point ,...)")) << lines[2];
+    EXPECT_TRUE(lines[2].ends_with(" matrix_determinant(point, point, point, ...)")) << lines[2];
     EXPECT_TRUE(lines[3].ends_with(" matrix_determinant(matrix)")) << lines[3];
 }
 

@@ -7,7 +7,7 @@ namespace {
 
 using namespace orvane::test;
 
-const std::vector<std::string> commands = {"calc", "trace", "tree", "keywords"};
+const std::vector<std::string> commands = {"calc", "trace", "tree", "curves", "keywords"};
 
 TEST(Program, ListsItsCommandsInItsHelp) {
     const ToolResult result = RunTool({"--help"});

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 namespace orvane {
 namespace {
@@ -41,6 +42,48 @@ TEST(ReadStream, GivesNoBytesOfAnEmptyFile) {
     ASSERT_TRUE(file);
     std::string reason;
     EXPECT_EQ(ReadStream(file.get(), reason), "");
+}
+
+// Pieces of a file, and then the end.
+NextPiece PiecesOf(std::vector<std::string> pieces) {
+    return [pieces = std::move(pieces), at = std::size_t{0}]() mutable {
+        return at < pieces.size() ? pieces[at++] : std::string();
+    };
+}
+
+TEST(WriteFile, PutsThePiecesBehindEachOther) {
+    const std::string path =
+        (std::filesystem::temp_directory_path() / "orvane_file_bytes_test").string();
+    std::string reason;
+    ASSERT_TRUE(WriteFile(path, PiecesOf({"longer ", "than the next"}), reason)) << reason;
+    ASSERT_TRUE(WriteFile(path, PiecesOf({"a\n", std::string("\0b", 2)}), reason)) << reason;
+    EXPECT_EQ(ReadFile(path, reason), std::string("a\n\0b", 4));
+    std::filesystem::remove(path);
+}
+
+TEST(WriteFile, TellsWhatIsInItsWay) {
+    std::string reason;
+    EXPECT_FALSE(WriteFile("/nonexistent/file", PiecesOf({"a"}), reason));
+    EXPECT_EQ(reason, "No such file or directory");
+    EXPECT_FALSE(WriteFile("/dev/full", PiecesOf({"a"}), reason));
+    EXPECT_EQ(reason, "No space left on device");
+    EXPECT_FALSE(WriteFile("/dev/full", PiecesOf({std::string(1 << 20, 'a')}), reason));
+    EXPECT_EQ(reason, "No space left on device");
+}
+
+TEST(MakeFolder, MakesThoseAboveItAndTakesOneThatIsThere) {
+    const auto top = std::filesystem::temp_directory_path() / "orvane_make_folder_test";
+    std::string reason;
+    ASSERT_TRUE(MakeFolder((top / "a" / "b").string(), reason)) << reason;
+    EXPECT_TRUE(std::filesystem::is_directory(top / "a" / "b"));
+    EXPECT_TRUE(MakeFolder((top / "a").string(), reason)) << reason;
+    std::filesystem::remove_all(top);
+}
+
+TEST(MakeFolder, TellsWhatIsInItsWay) {
+    std::string reason;
+    EXPECT_FALSE(MakeFolder("/dev/null/a", reason));
+    EXPECT_EQ(reason, "Not a directory");
 }
 
 TEST(WriteStream, TellsThatADeviceIsFull) {
