@@ -25,8 +25,9 @@ bool RunCalculation(std::string_view sheet, CalcParameters& parameters,
                     const CalculationDisplays& displays, CalculationTexts& texts,
                     const RunWatchers& watchers) {
     std::string text(sheet.substr(0, sheet.find('\0')));
-    if (text.empty()) {
-        displays.message.ShowMessage(emptySheetMessage, messageCaption);
+    if (text.empty() || text.size() > largestSheet) {
+        displays.message.ShowMessage(text.empty() ? emptySheetMessage : largeSheetMessage,
+                                     messageCaption);
         return false;
     }
     parameters.progress = &displays.progress;

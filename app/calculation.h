@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -17,7 +18,13 @@ namespace orvane {
 
 inline constexpr std::string_view messageCaption = "Message";
 inline constexpr std::string_view emptySheetMessage = "Please input formulas for calculation.";
+inline constexpr std::string_view largeSheetMessage =
+    "The sheet is too large. No more than 64 MiB can be calculated.";
 inline constexpr std::string_view waitingText = "Now is calculating,please wait...";
+
+// A sheet's passes may make its text more than twenty times as long, and positions in a text are
+// 32-bit numbers.
+inline constexpr std::size_t largestSheet = std::size_t{64} << 20;
 
 // A message that the user confirms.
 class MessageDisplay {
@@ -76,7 +83,8 @@ struct RunWatchers {
 // Calculates the sheet: shows the waiting text, empties the curves, compiles, and shows the report
 // with the run's error text behind it. The caller has set the options in `parameters`; the run
 // sets the word limits, limits the precision to 32 and borrows the progress display. A NUL ends
-// the sheet. An empty sheet gives a message, leaves everything as it was and returns false.
+// the sheet. An empty sheet, and one larger than `largestSheet`, gives a message, leaves everything
+// as it was and returns false.
 bool RunCalculation(std::string_view sheet, CalcParameters& parameters,
                     const CalculationDisplays& displays, CalculationTexts& texts,
                     const RunWatchers& watchers = {});

@@ -25,7 +25,10 @@ struct EditBuffer {
     // Never null; the characters end with a NUL.
     char* Data();
     const char* Data() const;
-    std::string_view View() const { return {Data(), static_cast<std::size_t>(length)}; }
+    std::string_view View() const {
+        return data ? std::string_view(data.get(), static_cast<std::size_t>(length))
+                    : std::string_view();
+    }
 
     void Assign(std::string_view text);
     // Puts `newText` in place of [from, to). `newText` must not lie in this buffer.

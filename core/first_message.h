@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <string>
+#include <utility>
 
 #include "core/sentence.h"
 

@@ -54,6 +54,7 @@ constexpr ErrorCode wrongForm = {"E002-", "01"};
 constexpr ErrorCode noList = {"E002-", "02"};
 constexpr ErrorCode notClosed = {"E002-", "03"};
 constexpr ErrorCode wrongList = {"E002-", "04"};
+constexpr ErrorCode tooManyCells = {"E002-", "05"};
 
 class TreeBuilder {
 public:
@@ -138,6 +139,12 @@ private:
     // The formula in front is finished, so its value can be copied now.
     void BuildReference(FunctionNode& node, const FunctionNode& formula, std::string_view word) {
         node.kind = NodeKind::formulaReference;
+        copiedCells += static_cast<std::int64_t>(formula.result.AllCells().size());
+        if (copiedCells > largestTable) {
+            SentenceErrorText(tooManyCells, sentenceIndex, "values of formula names are too large",
+                              errorText);
+            return;
+        }
         node.result.CopyFrom(formula.result);
         node.evaluated = formula.evaluated;
         if (node.evaluated) return;
@@ -192,6 +199,7 @@ private:
     NodePool& pool;
     std::string_view text;
     BracketLinks links;
+    std::int64_t copiedCells = 0;  // of all formulas that the sentence refers to
     std::string& errorText;
 };
 

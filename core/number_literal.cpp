@@ -137,22 +137,18 @@ std::string FormatFixed(double value, int decimals, bool showPlus) {
     return text;
 }
 
-void StripZerosAndPoint(std::string& text) {
+std::string FormatStripped(double value, int decimals, bool showPlus) {
+    std::string text = FormatFixed(value, decimals, showPlus);
     while (!text.empty() && text.back() == '0') text.pop_back();
     if (!text.empty() && text.back() == '.') text.pop_back();
-}
-
-std::string FormatFull(double value) {
-    std::string text = FormatFixed(value, 32, true);
-    StripZerosAndPoint(text);
     return text;
 }
+
+std::string FormatFull(double value) { return FormatStripped(value, 32, true); }
 
 std::optional<std::string> FormatForSentence(double value) {
     if (!std::isfinite(value)) return std::nullopt;
-    std::string text = FormatFixed(value, 32, false);
-    StripZerosAndPoint(text);
-    return text;
+    return FormatStripped(value, 32, false);
 }
 
 }  // namespace orvane

@@ -23,13 +23,13 @@ bool IsNumberShape(std::string_view run);
 // written. Values that are not finite give "inf", "-inf" and "nan", and "+inf" with `showPlus`.
 std::string FormatFixed(double value, int decimals, bool showPlus);
 
+// The same without trailing '0's, and then without one trailing '.'. Kept: the zeros go whether or
+// not there is a point, so with no decimals 1200 loses its own.
+std::string FormatStripped(double value, int decimals, bool showPlus);
+
 // The shortest digits that read back as the same double, with an exponent where that is shorter:
 // for other programs, not for a report. Values that are not finite give "inf", "-inf" and "nan".
 std::string FormatShortest(double value);
-
-// Without trailing '0's, and then without one trailing '.'. The zeros are stripped whether or not
-// there is a point: with no decimals, 1200 loses its own.
-void StripZerosAndPoint(std::string& text);
 
 // "%+.32f", stripped: the full form for a person who looks into a value.
 std::string FormatFull(double value);

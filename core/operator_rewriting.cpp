@@ -65,7 +65,7 @@ Index PieceChain::SkipBlanksBack(Index from) const {
 }
 
 Index PieceChain::Insert(Index before, std::string_view text, Kind kind) {
-    const Index index = pieces.size();
+    const auto index = static_cast<Index>(pieces.size());
     const Index previous = pieces[before].previous;
     pieces.push_back({text, previous, before, 0, kind});
     pieces[previous].next = index;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,7 +18,7 @@ namespace orvane {
 // one other character; the pieces in a row are always exactly the text.
 class PieceChain {
 public:
-    using Index = std::size_t;
+    using Index = std::uint32_t;
     enum class Kind : unsigned char { end, word, open, close, blanks, other };
 
     struct Piece {

@@ -6,6 +6,7 @@ namespace orvane {
 
 void Sentence::DropTree() {
     root.children = {};
+    root.staged = Value();
     nodes = NodePool();
 }
 

@@ -63,7 +63,8 @@ private:
         }
         if (UsesItself(define) || ++replacements > mostReplacements) return false;
         const std::string_view text = sentences[define].text.View();
-        if (edit.Length() - length + text.size() > longestText) return false;
+        const bool grows = text.size() > length;
+        if (grows && edit.Length() - length + text.size() > longestText) return false;
         edit.Replace(length, text);
         return true;
     }

@@ -18,7 +18,7 @@ int FindFormula(const SentenceList& sentences, std::string_view word, int limit)
 
 // Defines into the defines below them, then all defines into all formulas. Words inside strings,
 // and what belongs to a number, stay. Fails with C001-09 when a sentence's substitution does not
-// end, or would take it past 1,000,000 characters or 100,000 replacements.
+// end, or would make it grow past 1,000,000 characters or take over 100,000 replacements.
 void SubstituteDefines(SentenceList& sentences, std::string& errorText);
 
 // Replaces the first constant word of a sentence's text by its number; false if there is none.

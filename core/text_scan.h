@@ -4,9 +4,10 @@
 #include <string>
 #include <string_view>
 
-// Character classes and scanners that every text pass shares. Characters are plain 8-bit units;
-// no locale is asked. A position is an offset into the text that was given; a scan that finds
-// nothing answers the text's size, unless it says otherwise.
+// Character classes and scanners over sheet text. A pass over a whole sentence that meets brackets
+// inside brackets notes their partners in one walk instead of asking for each of them. Characters
+// are plain 8-bit units; no locale is asked. A position is an offset into the text that was given;
+// a scan that finds nothing answers the text's size, unless it says otherwise.
 
 namespace orvane {
 

@@ -12,26 +12,19 @@ namespace orvane {
 
 namespace {
 
-// The children from `first` on: a single one as it stands, several points as rows.
-bool StageFrom(const ValueCall& call, std::size_t first) {
-    FunctionNode& node = call.Node();
-    if (node.children.size() != first + 1) {
-        return StagePointRows(node, static_cast<int>(first), call.family.sentence,
-                              call.family.errorText);
-    }
-    node.staged.CopyFrom(node.children[first].result);
-    return true;
+bool StageFrom(const ValueCall& call, int first) {
+    return StageTable(call.Node(), first, call.family.sentence, call.family.errorText);
 }
 
 // A table with equal rows, in `staged`.
-bool StageTable(const ValueCall& call) {
+bool StageMatrix(const ValueCall& call) {
     if (!StageFrom(call, 0)) return false;
     return call.Staged().GetDimensions().IsTable() ||
            call.Fail({"E005-", "01"}, "point parameters are incorrect");
 }
 
 bool StageSquare(const ValueCall& call) {
-    if (!StageTable(call)) return false;
+    if (!StageMatrix(call)) return false;
     const Dimensions size = call.Staged().GetDimensions();
     return size.rows == size.columns ||
            call.Fail({"E005-", "03"}, "parameter must be square matrix");
@@ -77,7 +70,7 @@ bool RequireInside(const ValueCall& call, std::size_t parameter, std::int32_t in
 void EvaluateMatrix(const FamilyCall& call) { RunValueBody(call); }
 
 void BuildMatrix(ValueCall& call) {
-    if (!StageTable(call)) return;
+    if (!StageMatrix(call)) return;
     const Dimensions size = call.Staged().GetDimensions();
     if (size.rows >= 2 && size.columns >= 2) {
         call.Result().CopyFrom(call.Staged());
@@ -96,7 +89,7 @@ void MatrixInverse(ValueCall& call) {
 }
 
 void MatrixRank(ValueCall& call) {
-    if (StageTable(call)) call.Result().AppendScalar(call.Staged().RankOf());
+    if (StageMatrix(call)) call.Result().AppendScalar(call.Staged().RankOf());
 }
 
 void MatrixDeterminant(ValueCall& call) {

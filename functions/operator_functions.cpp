@@ -14,10 +14,6 @@ namespace orvane {
 
 namespace {
 
-// A product of more cells than this, which is 1 GB, is refused before it takes any memory. A
-// column times a row is the one operation that makes a huge table out of a short sheet.
-constexpr std::int64_t largestProduct = std::int64_t{1} << 27;
-
 constexpr std::string_view wrongCount = "parameter count is incorrect";
 constexpr std::string_view incompatible = "parameters are incompatible";
 
@@ -98,12 +94,12 @@ bool IsTooLarge(const Value& left, const Value& right) {
     const Dimensions a = left.GetDimensions();
     const Dimensions b = right.GetDimensions();
     if (a.IsNumber() || b.IsNumber() || a.columns != b.rows) return false;
-    return std::int64_t{a.rows} * b.columns > largestProduct;
+    return std::int64_t{a.rows} * b.columns > largestTable;
 }
 
 void RealProduct(ValueCall& call, const Value& left, const Value& right) {
     if (IsTooLarge(left, right)) {
-        call.Fail({"E009-", "22"}, "result is too large");
+        call.Fail({"E009-", "24"}, "result is too large");
     } else if (!call.Result().MultiplyMatrices(left, right)) {
         call.Fail({"E009-", "22"}, incompatible);
     }
@@ -130,16 +126,6 @@ void DivideByComplex(ValueCall& call, const Value& left, ComplexNumber c) {
     Value reciprocal;
     reciprocal.SetComplex(c.real / squares, -(c.imaginary / squares));
     ComplexProduct(call, left, ComplexOf(reciprocal));
-}
-
-// The children as one table: a single one as it stands, several points as rows.
-bool StageTable(const ValueCall& call) {
-    FunctionNode& node = call.Node();
-    if (node.children.size() != 1) {
-        return StagePointRows(node, 0, call.family.sentence, call.family.errorText);
-    }
-    node.staged.CopyFrom(node.children[0].result);
-    return true;
 }
 
 }  // namespace
@@ -203,7 +189,7 @@ void Absolute(ValueCall& call) {
         call.Fail({"E009-", "11"}, incompatible);
         return;
     }
-    if (!StageTable(call)) return;
+    if (!StageTable(call.Node(), 0, call.family.sentence, call.family.errorText)) return;
 
     Value& staged = call.Staged();
     const Dimensions size = staged.GetDimensions();

@@ -11,6 +11,18 @@ void DoubleList::Append(double element) {
     elements.push_back(element);
 }
 
+Value& Value::operator=(Value&& other) noexcept {
+    if (this == &other) return *this;
+    table = std::move(other.table);
+    std::copy_n(other.inlineCells, 2, inlineCells);
+    rowCount = other.rowCount;
+    inlineLength = other.inlineLength;
+    inTable = other.inTable;
+    complexMark = other.complexMark;
+    other.Clear();
+    return *this;
+}
+
 Dimensions Value::GetDimensions() const {
     if (rowCount == 0) return {0, 0};
     const std::int32_t columns = RowLength(0);

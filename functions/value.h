@@ -5,6 +5,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 // The one value type of evaluation. Numbers, points, vectors, matrices and complex numbers are
@@ -13,12 +14,12 @@
 
 namespace orvane {
 
-// A plain growable list of doubles. It has room for 1000 from its first element on and grows by
-// 1000, so a list that is filled once per step of a sweep settles on its size.
+// A plain growable list of doubles. It has room for 1000 from the start and grows by 1000.
 class DoubleList {
 public:
     static constexpr std::size_t growth = 1000;
 
+    DoubleList() { elements.reserve(growth); }
     void Append(double element);
     void Clear() { elements.clear(); }
     std::size_t Count() const { return elements.size(); }
@@ -47,6 +48,10 @@ struct Dimensions {
 using ValueRow = std::span<double>;
 using ConstValueRow = std::span<const double>;
 
+// The most cells, 128 MB of them, that one table or the parameters of one call may take. A short
+// sheet can ask for tables of any size, as by a column times a row; it gets a message instead.
+inline constexpr std::int64_t largestTable = std::int64_t{1} << 24;
+
 // A table of rows, which need not be of equal length. One row of one or two cells lives inside the
 // value itself: numbers and complex numbers, which is nearly everything a sheet holds, take no
 // memory of their own. A cleared value keeps its room, so a body that runs a million times
@@ -54,8 +59,9 @@ using ConstValueRow = std::span<const double>;
 class Value {
 public:
     Value() = default;
-    Value(Value&&) = default;
-    Value& operator=(Value&&) = default;
+    // What was moved away is empty.
+    Value(Value&& other) noexcept { *this = std::move(other); }
+    Value& operator=(Value&& other) noexcept;
     Value(const Value&) = delete;
     Value& operator=(const Value&) = delete;
 
@@ -126,8 +132,8 @@ public:
     // nothing is touched then.
     bool InverseOf(const Value& source);
 
-    // The looking-glass text, not the report's: elements joined by ",", each row closed by a line
-    // feed, `precision` decimals; a negative precision shows the full form.
+    // The text of the node inspector, not the report's: elements joined by ",", each row closed by
+    // a line feed, `precision` decimals; a negative precision shows the full form.
     std::string ToText(int precision) const;
 
 private:

@@ -7,8 +7,7 @@ namespace orvane {
 std::string FormatNumber(double value, const CalcParameters& parameters) {
     const char* const zero = parameters.showSign ? "+0" : "0";
     if (value == 0.0) return zero;
-    std::string text = FormatFixed(value, parameters.floatPrecision, parameters.showSign);
-    StripZerosAndPoint(text);
+    std::string text = FormatStripped(value, parameters.floatPrecision, parameters.showSign);
     // A negative number that rounded away reads as zero; its minus would tell nothing.
     if (text == "-0") return zero;
     text.shrink_to_fit();  // a report keeps one for each line
@@ -16,16 +15,12 @@ std::string FormatNumber(double value, const CalcParameters& parameters) {
 }
 
 std::string FormatPlain(double value, int precision) {
-    std::string text = FormatFixed(value, precision, false);
-    StripZerosAndPoint(text);
-    return text;
+    return FormatStripped(value, precision, false);
 }
 
 std::string FormatSigned(double value, int precision) {
     if (value == 0.0) return "+0";
-    std::string text = FormatFixed(value, precision, true);
-    StripZerosAndPoint(text);
-    return text;
+    return FormatStripped(value, precision, true);
 }
 
 }  // namespace orvane

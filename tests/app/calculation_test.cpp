@@ -111,6 +111,24 @@ TEST(RunCalculation, OnlyShowsAMessageForAnEmptySheet) {
     locusStore.Clear();
 }
 
+TEST(RunCalculation, OnlyShowsAMessageForASheetTooLarge) {
+    Recorder recorder;
+    CalcParameters parameters;
+    CalculationTexts texts = {"earlier position", "earlier result"};
+    std::string sheet(largestSheet + 1, ' ');
+    EXPECT_FALSE(RunCalculation(sheet, parameters, recorder.Displays(), texts));
+    EXPECT_EQ(recorder.events,
+              (Events{"message [Message] The sheet is too large. No more than 64 MiB can be "
+                      "calculated."}));
+    EXPECT_EQ(texts.resultText, "earlier result");
+    // What stands behind a NUL does not count.
+    sheet[1] = '\0';
+    EXPECT_TRUE(RunCalculation(sheet, parameters, recorder.Displays(), texts));
+    EXPECT_TRUE(
+        RunCalculation(std::string(largestSheet, ' '), parameters, recorder.Displays(), texts));
+    EXPECT_EQ(texts.resultText, "");
+}
+
 TEST(RunCalculation, GivesAnEmptyReportForASheetWithoutSentences) {
     for (const std::string_view sheet : {" ", "\n\t", "// only a comment", ";;", "define: a=1"}) {
         SCOPED_TRACE(sheet);

@@ -224,6 +224,26 @@ TEST(BuildNode, LooksForNamesInTheSentencesInFrontAlone) {
     EXPECT_EQ(TreeText(early.sentences[1].root), "0 variable f");
 }
 
+TEST(BuildAndEvaluate, RefusesMoreValuesOfFormulasThanCanBeHeld) {
+    // A list of 4,096 numbers, and then 4,097 times that list: more than 16 million numbers.
+    std::string sheet = "define: n0=1,1";
+    const auto twice = [](const std::string& name) { return name + ',' + name; };
+    for (int i = 1; i < 12; ++i) {
+        sheet += ";define: n" + std::to_string(i) + '=' + twice("n" + std::to_string(i - 1));
+    }
+    sheet += ";a=(n11)";
+    sheet += ";define: m0=a,a";
+    for (int i = 1; i < 12; ++i) {
+        sheet += ";define: m" + std::to_string(i) + '=' + twice("m" + std::to_string(i - 1));
+    }
+    sheet += ";max(a,m11);1+1";
+    const test::CompiledSheet compiled = Compile(sheet);
+    const int last = compiled.sentences.Count() - 1;
+    EXPECT_EQ(compiled.sentences[last - 1].error, "E002-05 sentence " + std::to_string(last) +
+                                                      ": values of formula names are too large.");
+    EXPECT_EQ(compiled.sentences[last].root.result.At(0, 0), 2);
+}
+
 TEST(BuildAndEvaluate, BuildsTheTreeOfTheFinishedText) {
     struct Row {
         std::string_view sheet, tree;

@@ -164,20 +164,38 @@ TEST(FormatFixed, WritesAllDigitsInFixedNotation) {
     EXPECT_EQ(FormatFixed(1e308, 32, true).size(), 1u + 309u + 1u + 32u);
 }
 
-TEST(StripZerosAndPoint, LooksAtTheEndAlone) {
+TEST(FormatStripped, LooksAtTheEndAlone) {
     struct Row {
-        std::string_view text, stripped;
+        double value;
+        int decimals;
+        bool showPlus;
+        std::string_view text;
     };
     constexpr Row rows[] = {
-        {"1.50", "1.5"}, {"1.00", "1"},    {"10.0", "10"},  {"1200", "12"}, {"0", ""},
-        {"-0", "-"},     {"1.05", "1.05"}, {"100.", "100"}, {"", ""},       {"0.0", "0"},
+        {1.5, 2, false, "1.5"},   {1.0, 2, false, "1"},     {10.0, 1, false, "10"},
+        {1200, 0, false, "12"},   {0.0, 0, false, ""},      {-0.4, 0, false, "-"},
+        {1.05, 2, false, "1.05"}, {100.0, 3, false, "100"}, {0.0, 1, false, "0"},
+        {-0.0, 1, false, "-0"},   {0.0, 0, true, "+"},      {1.5, -1, true, "+1.5"},
+        {1000, 3, true, "+1000"}, {0.001, 2, true, "+0"},   {-0.001, 2, true, "-0"},
     };
-    for (const auto& [text, stripped] : rows) {
+    for (const auto& [value, decimals, showPlus, text] : rows) {
         SCOPED_TRACE(text);
-        std::string changed(text);
-        StripZerosAndPoint(changed);
-        EXPECT_EQ(changed, stripped);
+        EXPECT_EQ(FormatStripped(value, decimals, showPlus), text);
     }
+}
+
+TEST(FormatShortest, ReadsBackAsTheSameNumber) {
+    struct Row {
+        double value;
+        std::string_view text;
+    };
+    constexpr Row rows[] = {{0.1, "0.1"},        {1.0, "1"},
+                            {-0.0, "-0"},        {1e300, "1e+300"},
+                            {2.5e-7, "2.5e-07"}, {1.0 / 3.0, "0.3333333333333333"}};
+    for (const auto& [value, text] : rows) EXPECT_EQ(FormatShortest(value), text);
+    EXPECT_EQ(FormatShortest(HUGE_VAL), "inf");
+    EXPECT_EQ(FormatShortest(-HUGE_VAL), "-inf");
+    EXPECT_EQ(FormatShortest(-std::nan("")), "nan");
 }
 
 TEST(FormatFull, AlwaysShowsTheSign) {

@@ -173,6 +173,10 @@ TEST(Substitution, LetsATextGrowToAMillionCharacters) {
         {std::string(499'999, '1'), "d+d ", true},
         {std::string(499'999, '1'), "d+d  ", false},
         {std::string(499'999, '1'), " \t\n d+d  ", false},
+        // A text that was longer from the start may go on as long as it does not grow.
+        {"2", "d+" + std::string(1'000'000, '1'), true},
+        {"", "1d+d" + std::string(1'000'000, ' ') + "+1", true},
+        {"22", "d+" + std::string(1'000'000, '1'), false},
     };
     for (const LimitRow& row : rows) ExpectLimits(row);
 }

@@ -270,11 +270,11 @@ TEST(Times, RefusesWhatDoesNotFit) {
 TEST(Times, RefusesAProductTooLargeToHold) {
     EXPECT_EQ(Evaluate(OnesSheet(300, 400, "column*row")).rows, Rows(300, std::vector(400, 1.0)));
     const test::Evaluated refused = Evaluate(OnesSheet(12000, 12000, "column*row"));
-    EXPECT_EQ(refused.error, "E009-22 sentence  3: function \"times\": result is too large.");
+    EXPECT_EQ(refused.error, "E009-24 sentence  3: function \"times\": result is too large.");
     EXPECT_EQ(refused.rows, Rows{});
     // One cell more than fits, and a product of the same operands that is only long.
     EXPECT_EQ(Evaluate(OnesSheet(8193, 16384, "column*row")).error,
-              "E009-22 sentence  3: function \"times\": result is too large.");
+              "E009-24 sentence  3: function \"times\": result is too large.");
     EXPECT_EQ(NumberFrom(OnesSheet(12000, 12000, "row*column")), 12000);
     EXPECT_EQ(Evaluate(OnesSheet(12000, 5, "column*3")).rows, Rows(12000, std::vector{3.0}));
     // Tables that do not fit are no large product.

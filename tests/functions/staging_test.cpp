@@ -192,5 +192,27 @@ TEST(Staging, LeavesTheResultsOfTheChildren) {
     EXPECT_EQ(call.node.result.RowCount(), 0);
 }
 
+// Far more points than can be held; only the first one is looked at.
+TEST(Staging, RefusesMorePointsThanATableHolds) {
+    Call call(std::vector<Rows>(20'000, Rows{{1}}));
+    call.node.children[0].result.Clear();
+    for (int row = 0; row < 1000; ++row) call.node.children[0].result.AppendScalar(row);
+    const std::string message = "E011-04 sentence  3: function \"f\": parameters are too large.";
+    EXPECT_FALSE(StagePointRows(call.node, 0, 2, call.errorText));
+    EXPECT_EQ(call.errorText, message);
+    call.errorText.clear();
+    EXPECT_FALSE(StagePoints(call.node, 2, call.errorText));
+    EXPECT_EQ(call.errorText, message);
+}
+
+TEST(StageTable, TakesOneTableAsItStandsAndSeveralPointsAsRows) {
+    Call one({{{1, 2}, {3}}});
+    EXPECT_TRUE(StageTable(one.node, 0, 2, one.errorText));
+    EXPECT_EQ(one.Staged(), (Rows{{1, 2}, {3}}));
+    Call several({{{9}}, {{1}, {2}}, {{3}, {4}}});
+    EXPECT_TRUE(StageTable(several.node, 1, 2, several.errorText));
+    EXPECT_EQ(several.Staged(), (Rows{{1, 2}, {3, 4}}));
+}
+
 }  // namespace
 }  // namespace orvane

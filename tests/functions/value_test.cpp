@@ -20,6 +20,7 @@ constexpr double infinite = std::numeric_limits<double>::infinity();
 
 TEST(DoubleList, HasRoomFor1000AndGrowsBy1000) {
     DoubleList list;
+    EXPECT_EQ(list.Capacity(), 1000u);
     list.Append(0.5);
     EXPECT_EQ(list.Count(), 1u);
     EXPECT_EQ(list.Capacity(), 1000u);
@@ -41,6 +42,22 @@ TEST(DoubleList, KeepsItsRoomWhenCleared) {
     list.Append(7);
     list[0] += 1;
     EXPECT_EQ(list.Elements().front(), 8);
+}
+
+TEST(Value, IsEmptyWhenItWasMovedAway) {
+    Value table;
+    for (int at = 0; at < 3; ++at) table.AppendScalar(at);
+    table.complexMark = true;
+    Value taken = std::move(table);
+    EXPECT_EQ(test::RowsOf(taken), (Rows{{0}, {1}, {2}}));
+    EXPECT_TRUE(taken.complexMark);
+    EXPECT_EQ(table.RowCount(), 0);  // NOLINT: what is left is part of the promise
+    EXPECT_FALSE(table.complexMark);
+    table.AppendScalar(4);
+    table.AppendScalar(5);
+    EXPECT_EQ(test::RowsOf(table), (Rows{{4}, {5}}));
+    taken = std::move(table);
+    EXPECT_EQ(test::RowsOf(taken), (Rows{{4}, {5}}));
 }
 
 struct ShapeCase {
