@@ -24,31 +24,16 @@ std::optional<int> FindOddLine(std::string_view text) {
     return odd ? std::optional<int>(line) : std::nullopt;
 }
 
-struct ForwardUse {
-    std::string_view word;
-    int later;
-};
-
-// The first word outside strings of a text that `laterIndex` knows as the name of a sentence below.
+// The message for the first word outside strings that `laterIndex` knows as the name of a sentence
+// below. The form takes the sentence's number, the word, and the number of the sentence below.
 template <typename LaterIndex>
-std::optional<ForwardUse> FindForwardUse(std::string_view text, int own, LaterIndex laterIndex) {
-    std::size_t at = 0;
-    while (at < text.size()) {
-        if (text[at] == '"') {
-            at = SkipString(text, at);
-        } else if (IsWordChar(text[at])) {
-            const std::size_t end = FindWordEnd(text, at);
-            const std::string_view word = text.substr(at, end - at);
-            if (IsWordStart(word.front())) {
-                const int later = laterIndex(word);
-                if (later > own) return ForwardUse{word, later};
-            }
-            at = end;
-        } else {
-            ++at;
-        }
-    }
-    return std::nullopt;
+std::string CheckOrder(const SentenceList& sentences, int index, std::string_view form,
+                       LaterIndex laterIndex) {
+    const std::string_view word = FindWord(sentences[index].text.View(), [&](auto found) {
+        return IsWordStart(found.front()) && laterIndex(found) > index;
+    });
+    if (word.empty()) return {};
+    return FillForm(form, {NumberOf(index), word, NumberOf(laterIndex(word))});
 }
 
 char RoundBracket(char c) {
@@ -113,22 +98,14 @@ std::string CheckSentenceStrings(const SentenceList& sentences, int index) {
 
 std::string CheckDefineOrder(const SentenceList& sentences, int index) {
     if (!sentences[index].IsDefine()) return {};
-    const auto use =
-        FindForwardUse(sentences[index].text.View(), index,
-                       [&](std::string_view word) { return sentences.FirstDefine(word); });
-    if (!use) return {};
-    return FillForm("C001-06: define %d uses name \"%s\" of sub-define %d.",
-                    {NumberOf(index), use->word, NumberOf(use->later)});
+    return CheckOrder(sentences, index, "C001-06: define %d uses name \"%s\" of sub-define %d.",
+                      [&](std::string_view word) { return sentences.FirstDefine(word); });
 }
 
 std::string CheckFormulaOrder(const SentenceList& sentences, int index) {
     if (!sentences[index].IsCalculation()) return {};
-    const auto use =
-        FindForwardUse(sentences[index].text.View(), index,
-                       [&](std::string_view word) { return sentences.FirstFormula(word); });
-    if (!use) return {};
-    return FillForm("C001-07: formula %d uses name \"%s\" of sub-formula %d.",
-                    {NumberOf(index), use->word, NumberOf(use->later)});
+    return CheckOrder(sentences, index, "C001-07: formula %d uses name \"%s\" of sub-formula %d.",
+                      [&](std::string_view word) { return sentences.FirstFormula(word); });
 }
 
 std::string CheckAndUnifyBrackets(SentenceList& sentences, int index) {

@@ -93,20 +93,14 @@ struct FoundConstant {
 
 // The first word that is a constant.
 std::optional<FoundConstant> FindConstant(std::string_view text) {
-    std::size_t at = 0;
-    while (at < text.size()) {
-        if (!IsWordChar(text[at])) {
-            ++at;
-            continue;
-        }
-        const std::size_t end = FindWordEnd(text, at);
-        if (IsWordStart(text[at])) {
-            const auto value = KeywordTable::ConstantValue(text.substr(at, end - at));
-            if (value) return FoundConstant{at, end - at, *value};
-        }
-        at = end;
-    }
-    return std::nullopt;
+    const auto valueOf = [](std::string_view word) {
+        return IsWordStart(word.front()) ? KeywordTable::ConstantValue(word) : std::nullopt;
+    };
+    const std::string_view word =
+        FindWord(text, [&](std::string_view found) { return valueOf(found).has_value(); });
+    if (word.empty()) return std::nullopt;
+    const auto start = static_cast<std::size_t>(word.data() - text.data());
+    return FoundConstant{start, word.size(), *valueOf(word)};
 }
 
 }  // namespace

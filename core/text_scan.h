@@ -36,6 +36,24 @@ std::size_t FindNumberEnd(std::string_view text, std::size_t from);
 // string is not closed. There is no escape of any kind.
 std::size_t SkipString(std::string_view text, std::size_t quote);
 
+// The first word outside strings that `isWanted(word)` takes, as a view into the text; empty when
+// there is none. Words that start with a digit are asked about as well.
+template <typename IsWanted>
+std::string_view FindWord(std::string_view text, IsWanted isWanted) {
+    std::size_t at = 0;
+    while (at < text.size()) {
+        if (IsWordChar(text[at])) {
+            const std::size_t end = FindWordEnd(text, at);
+            const std::string_view word = text.substr(at, end - at);
+            if (isWanted(word)) return word;
+            at = end;
+        } else {
+            at = text[at] == '"' ? SkipString(text, at) : at + 1;
+        }
+    }
+    return {};
+}
+
 // The `)` that balances the `(` at `open`.
 std::size_t FindClosingBracket(std::string_view text, std::size_t open);
 

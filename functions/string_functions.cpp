@@ -65,21 +65,11 @@ constexpr StringFunction stringFunctions[] = {
 
 // --- finding
 
-// The first string function's name, looked for outside strings.
+// Where the first string function's name stands, looked for outside strings.
 std::size_t FindStringFunction(std::string_view text) {
-    std::size_t at = 0;
-    while (at < text.size()) {
-        if (text[at] == '"') {
-            at = SkipString(text, at);
-        } else if (IsWordChar(text[at])) {
-            const std::size_t end = FindWordEnd(text, at);
-            if (keywordTable.IsStringFunction(text.substr(at, end - at))) return at;
-            at = end;
-        } else {
-            ++at;
-        }
-    }
-    return text.size();
+    const std::string_view name =
+        FindWord(text, [](std::string_view word) { return keywordTable.IsStringFunction(word); });
+    return name.empty() ? text.size() : static_cast<std::size_t>(name.data() - text.data());
 }
 
 // The `)` that balances the `(` at `open`, brackets in strings left aside.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <clocale>
 #include <cstdint>
+#include <cstdlib>
 #include <locale>
 #include <string>
 #include <string_view>
@@ -260,22 +261,22 @@ TEST(RunCalculation, LeavesTheTextOfItsCallerAlone) {
     EXPECT_EQ(sheet, copy);
 }
 
-// A locale that writes decimal commas, for the C library where the machine has one and for C++.
+// A locale that writes decimal commas, for the C library and for C++.
 class CommaLocale {
 public:
     CommaLocale() {
         const char* const current = std::setlocale(LC_ALL, nullptr);
         if (current != nullptr) libraryLocale = current;
-        for (const char* const name :
-             {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8", "ru_RU.UTF-8", "German"}) {
-            if (std::setlocale(LC_ALL, name) != nullptr) break;
-        }
+        setenv("LOCPATH", ORVANE_LOCALES_FOLDER, 1);
+        EXPECT_NE(std::setlocale(LC_ALL, "comma"), nullptr);
+        EXPECT_STREQ(std::localeconv()->decimal_point, ",");
         static const Comma comma;
         std::locale::global(std::locale(std::locale::classic(), &comma));
     }
     ~CommaLocale() {
         std::locale::global(streamLocale);
         std::setlocale(LC_ALL, libraryLocale.c_str());
+        unsetenv("LOCPATH");
     }
     CommaLocale(const CommaLocale&) = delete;
     CommaLocale& operator=(const CommaLocale&) = delete;

@@ -8,23 +8,23 @@
 
 #include "core/number_literal.h"
 #include "tests/support/sheet_run.h"
+#include "tests/support/sweep_text.h"
 
 namespace orvane {
 namespace {
 
+using test::CallText;
+using test::CubicText;
 using test::Evaluate;
 using test::Evaluated;
 using test::NumberFrom;
 using test::Rows;
 using test::SameBits;
+using test::TextOf;
 
 constexpr double pi = 3.141592653589793;
 
-struct Range {
-    double lower;
-    double right;
-    int count;
-};
+using Range = test::SweepRange;
 
 const Range ranges[] = {{0.0, 1.0, 1},  {0.0, 1.0, 2},   {-1.5, 2.25, 7}, {1.0, -1.0, 9},
                         {0.1, 0.3, 33}, {-3.0, 3.0, 50}, {2.0, 2.0, 4}};
@@ -37,10 +37,10 @@ struct Body {
 };
 
 const Body bodies[] = {
-    {"t", [](double t) { return t; }},
-    {"2-t*t", [](double t) { return 2.0 - t * t; }},
-    {"sin(3*t)", [](double t) { return std::sin(3.0 * t); }},
-    {"t/(t*t+1)", [](double t) { return t / (t * t + 1.0); }},
+    {"x", [](double t) { return t; }},
+    {"2-x*x", [](double t) { return 2.0 - t * t; }},
+    {"sin(3*x)", [](double t) { return std::sin(3.0 * t); }},
+    {"x/(x*x+1)", [](double t) { return t / (t * t + 1.0); }},
     {"0", [](double) { return 0.0; }},
     {"0.75", [](double) { return 0.75; }},
 };
@@ -53,7 +53,7 @@ struct Samples {
 };
 
 Samples SamplesOf(const Range& range, Function body) {
-    const double step = (range.right - range.lower) / range.count;
+    const double step = (range.third - range.lower) / range.count;
     Samples samples = {step * 0.5, 2 * range.count, {}};
     for (int i = 0; i <= samples.m; ++i) {
         samples.f.push_back(body(i * samples.h + range.lower));
@@ -156,24 +156,6 @@ struct OptionRow {
 // Absent means on, and only 0 is off.
 const OptionRow optionRows[] = {{"", true},    {",0", false},  {",1", true},
                                 {",-1", true}, {",0.5", true}, {",1-1", false}};
-
-std::string TextOf(double number) { return FormatFixed(number, 6, false); }
-
-// "(a)*t*t*t+(b)*t*t+(c)*t+(d)" of the coefficients a, b, c and d.
-std::string CubicText(std::initializer_list<double> coefficients) {
-    const char* powers[] = {")*t*t*t+", ")*t*t+", ")*t+", ")"};
-    std::string text;
-    const char* const* power = powers;
-    for (const double coefficient : coefficients) {
-        text.append("(").append(TextOf(coefficient)).append(*power++);
-    }
-    return text;
-}
-
-std::string CallText(const std::string& name, const Range& range, const std::string& rest) {
-    return name + "(t," + TextOf(range.lower) + "," + TextOf(range.right) + "," +
-           std::to_string(range.count) + "," + rest + ")";
-}
 
 void ExpectNumber(const std::string& sheet, double expected) {
     SCOPED_TRACE(sheet);
@@ -286,7 +268,7 @@ TEST(IntegralAreaXy, IsExactOnCubics) {
 }
 
 TEST(IntegralAreaXy, TurnsItsSignWithItsEnds) {
-    for (const char* body : {"t*t+1", "sin(t)", "t/(t*t+1)"}) {
+    for (const char* body : {"x*x+1", "sin(x)", "x/(x*x+1)"}) {
         SCOPED_TRACE(body);
         const double there = NumberFrom(CallText("integral_area_xy", {-1.0, 2.0, 8}, body));
         const double back = NumberFrom(CallText("integral_area_xy", {2.0, -1.0, 8}, body));

@@ -8,11 +8,13 @@
 
 #include "functions/function_bodies.h"
 #include "tests/support/sheet_run.h"
+#include "tests/support/sweep_text.h"
 
 namespace orvane {
 namespace {
 
 using test::Compile;
+using test::CountingProgress;
 using test::Evaluate;
 using test::Evaluated;
 using test::NumberFrom;
@@ -37,12 +39,6 @@ const std::string huge = "1" + std::string(200, '0');
 std::string MessageOf(const std::string& code, const std::string& name, const std::string& words) {
     return code + " sentence  1: function \"" + name + "\": " + words + ".";
 }
-
-class CountingProgress : public Progress {
-public:
-    int steps = 0;
-    void Step() override { ++steps; }
-};
 
 int ProgressSteps(const std::string& sheet) {
     CountingProgress progress;

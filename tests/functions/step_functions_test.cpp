@@ -10,15 +10,20 @@
 
 #include "core/number_literal.h"
 #include "tests/support/sheet_run.h"
+#include "tests/support/sweep_text.h"
 
 namespace orvane {
 namespace {
 
+using test::CallText;
+using test::CountingProgress;
+using test::CubicText;
 using test::Evaluate;
 using test::Evaluated;
 using test::NumberFrom;
 using test::Rows;
 using test::SameBits;
+using test::TextOf;
 
 // The same body as a sheet writes it and as plain arithmetic.
 struct Body {
@@ -36,33 +41,11 @@ const Body bodies[] = {
     {"x/(x*x+1)", [](double x) { return x / (x * x + 1.0); }},
 };
 
-struct Range {
-    double lower;
-    double third;
-    int count;
-};
+using Range = test::SweepRange;
 
 const Range ranges[] = {{0.0, 1.0, 1},     {1.0, 1.0, 3},  {-2.0, 3.0, 7},
                         {-2.5, 0.125, 40}, {0.1, 0.3, 33}, {4.0, -4.0, 10},
                         {-3.0, -0.7, 12},  {2.0, 2.0, 5},  {-6.25, 6.5, 100}};
-
-std::string TextOf(double number) { return FormatFixed(number, 6, false); }
-
-// "(a)*x*x*x+(b)*x*x+(c)*x+(d)" of the coefficients a, b, c and d.
-std::string CubicText(std::initializer_list<double> coefficients) {
-    const char* powers[] = {")*x*x*x+", ")*x*x+", ")*x+", ")"};
-    std::string text;
-    const char* const* power = powers;
-    for (const double coefficient : coefficients) {
-        text.append("(").append(TextOf(coefficient)).append(*power++);
-    }
-    return text;
-}
-
-std::string CallText(const std::string& name, const Range& range, const std::string& body) {
-    return name + "(x," + TextOf(range.lower) + "," + TextOf(range.third) + "," +
-           std::to_string(range.count) + "," + body + ")";
-}
 
 // The roots by a plain loop over a plain function.
 template <typename Function>
@@ -274,12 +257,6 @@ TEST(EquationRoot, KeepsTheLeftEndWhereNoValueIsBelowTheStart) {
     EXPECT_EQ(got.error, "");
     EXPECT_EQ(got.rows, (Rows{{3.0, 1e200}}));
 }
-
-class CountingProgress : public Progress {
-public:
-    int steps = 0;
-    void Step() override { ++steps; }
-};
 
 TEST(EquationRoot, SeesAnErrorOfTheScanAtTheNextPoint) {
     CountingProgress progress;
