@@ -42,8 +42,8 @@ bool RunCalculation(std::string_view sheet, CalcParameters& parameters,
     std::string errorText;
     locusStore.Clear();
     SentenceList sentences;
-    CompileSheet(sentences, text.data(), text.data() + text.size(), parameters, errorText,
-                 watchers.wishes);
+    const bool succeeded = CompileSheet(sentences, text.data(), text.data() + text.size(),
+                                        parameters, errorText, watchers.wishes);
     displays.progress.Hide();
     parameters.progress = nullptr;
 
@@ -51,7 +51,7 @@ bool RunCalculation(std::string_view sheet, CalcParameters& parameters,
         ReportBuilder().Build(sentences, parameters, FindNumberLimits(), texts.positionText);
     texts.resultText += errorText;
     ShowResult(texts, parameters, displays.result);
-    if (watchers.finished) watchers.finished({sentences, errorText, texts});
+    if (watchers.finished) watchers.finished({sentences, errorText, texts, succeeded});
     return true;
 }
 

@@ -73,6 +73,7 @@ struct FinishedRun {
     SentenceList& sentences;
     const std::string& errorText;
     const CalculationTexts& texts;
+    bool succeeded;  // no compile error, and no formula with an error
 };
 
 struct RunWatchers {

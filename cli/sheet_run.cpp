@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <optional>
@@ -75,12 +74,6 @@ std::optional<std::string> ReadSheet(const std::string& file) {
     return sheet;
 }
 
-bool HasError(const FinishedRun& run) {
-    return !run.errorText.empty() ||
-           std::any_of(run.sentences.begin(), run.sentences.end(),
-                       [](const auto& sentence) { return !sentence->error.empty(); });
-}
-
 }  // namespace
 
 int RunSheet(const RunOptions& options, const RunWatchers& watchers) {
@@ -90,7 +83,7 @@ int RunSheet(const RunOptions& options, const RunWatchers& watchers) {
     int status = exitUsage;
     RunWatchers watching = watchers;
     watching.finished = [&](const FinishedRun& run) {
-        status = HasError(run) ? exitSheetError : exitFine;
+        status = run.succeeded ? exitFine : exitSheetError;
         if (watchers.finished) watchers.finished(run);
     };
     calcParameters = options.Parameters();

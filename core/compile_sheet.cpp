@@ -18,6 +18,7 @@ struct CompileRun {
     const CalcParameters& parameters;
     bool keepTrees;
     std::string& errorText;
+    bool anyFailed = false;  // of the sentences, in the last stage
 };
 
 struct CompileStage {
@@ -42,8 +43,8 @@ constexpr CompileStage compileStages[] = {
      [](CompileRun& compile) { CheckSymbols(compile.sentences, compile.errorText); }},
     {"BuildAndEvaluate",
      [](CompileRun& compile) {
-         BuildAndEvaluate(compile.sentences, compile.parameters, compile.keepTrees,
-                          compile.errorText);
+         compile.anyFailed = !BuildAndEvaluate(compile.sentences, compile.parameters,
+                                               compile.keepTrees, compile.errorText);
      }},
 };
 
@@ -53,12 +54,11 @@ void RemoveBlanks(EditBuffer& text) {
     text.Remove(static_cast<std::size_t>(end - data), static_cast<std::size_t>(text.length));
 }
 
-bool HasError(const std::unique_ptr<Sentence>& sentence) { return !sentence->error.empty(); }
-
 }  // namespace
 
-void BuildAndEvaluate(SentenceList& sentences, const CalcParameters& parameters, bool keepTrees,
+bool BuildAndEvaluate(SentenceList& sentences, const CalcParameters& parameters, bool keepTrees,
                       std::string& errorText) {
+    bool succeeded = true;
     for (int index = 0; index < sentences.Count(); ++index) {
         Sentence& sentence = sentences[index];
         if (!sentence.IsCalculation()) continue;
@@ -69,9 +69,12 @@ void BuildAndEvaluate(SentenceList& sentences, const CalcParameters& parameters,
         BuildNode(sentence.root, sentences, index, parameters, sentence.text.View(), errorText);
         EvaluateNode(sentence.root, index, parameters, errorText);
         if (!keepTrees) sentence.DropTree();
+        if (errorText.empty()) continue;
         sentence.error = std::move(errorText);
         errorText.clear();
+        succeeded = false;
     }
+    return succeeded;
 }
 
 bool CompileSheet(SentenceList& sentences, char* textBegin, char* textEnd,
@@ -84,7 +87,7 @@ bool CompileSheet(SentenceList& sentences, char* textBegin, char* textEnd,
         if (wishes.watcher) wishes.watcher({++number, stage.name, sentences, errorText});
         if (!errorText.empty()) return false;
     }
-    return std::none_of(sentences.begin(), sentences.end(), HasError);
+    return !compile.anyFailed;
 }
 
 }  // namespace orvane

@@ -28,8 +28,8 @@ void CheckSymbols(SentenceList& sentences, std::string& errorText);  // symbol_c
 // 6: builds and evaluates each formula in order. A message moves to its sentence and the next
 // sentence goes on, so the error text is empty behind this stage. Unless `keepTrees` is set, a
 // tree goes once its root has the value: all trees of a large sheet at once take far more memory
-// than its text and its values.
-void BuildAndEvaluate(SentenceList& sentences, const CalcParameters& parameters, bool keepTrees,
+// than its text and its values. True when no formula failed.
+bool BuildAndEvaluate(SentenceList& sentences, const CalcParameters& parameters, bool keepTrees,
                       std::string& errorText);  // compile_sheet.cpp
 
 }  // namespace orvane

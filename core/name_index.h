@@ -8,8 +8,9 @@
 
 namespace orvane {
 
-// From a name to the numbers that bear it, in ascending order. It holds numbers alone, eight bytes
-// a name; the names stay with their owner, who is asked for them again when two are compared.
+// From a name to the numbers that bear it, in ascending order. It holds numbers and hashes alone,
+// sixteen bytes a name; the names stay with their owner, who is asked for one again only where the
+// hashes agree.
 class NameIndex {
 public:
     using NameOf = std::function<std::string_view(int number)>;
@@ -25,11 +26,17 @@ public:
     int Next(int number) const { return next.empty() ? none : next[At(number)]; }
 
 private:
-    static std::size_t At(int number) { return static_cast<std::size_t>(number); }
-    std::size_t FindSlot(std::string_view name, const NameOf& nameOf) const;
+    struct Slot {
+        std::int32_t number = none;
+        std::uint32_t hash = 0;
+    };
 
-    std::vector<std::int32_t> slots;  // open addressing, a power of two, at most half full
-    std::vector<std::int32_t> next;   // empty as long as no name stands twice
+    static std::size_t At(int number) { return static_cast<std::size_t>(number); }
+    static std::size_t HashOf(std::string_view name);
+    std::size_t FindSlot(std::string_view name, std::size_t hash, const NameOf& nameOf) const;
+
+    std::vector<Slot> slots;         // open addressing, a power of two, at most half full
+    std::vector<std::int32_t> next;  // empty as long as no name stands twice
 };
 
 }  // namespace orvane

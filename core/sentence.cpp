@@ -17,7 +17,12 @@ void SentenceList::RemoveBlank() {
 }
 
 void SentenceList::IndexNames() {
-    names.Read(Count(), [this](int index) { return NameAt(index); });
+    hasNamedDefines = false;
+    names.Read(Count(), [this](int index) {
+        const Sentence& sentence = (*this)[index];
+        if (!sentence.name.empty() && sentence.IsDefine()) hasNamedDefines = true;
+        return std::string_view(sentence.name);
+    });
 }
 
 int SentenceList::FirstOf(std::string_view name, bool (Sentence::*isOfKind)() const) const {

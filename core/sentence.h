@@ -66,6 +66,8 @@ public:
     int FirstFormula(std::string_view name) const {
         return FirstOf(name, &Sentence::IsCalculation);
     }
+    // Whether any sentence with a name is a define.
+    bool HasNamedDefines() const { return hasNamedDefines; }
     // The next sentence, of any kind, with the name of this one; -1 if there is none.
     int NextOfSameName(int index) const { return names.Next(index); }
 
@@ -75,6 +77,7 @@ private:
 
     std::vector<std::unique_ptr<Sentence>> sentences;
     NameIndex names;
+    bool hasNamedDefines = false;
 };
 
 }  // namespace orvane

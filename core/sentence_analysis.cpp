@@ -23,6 +23,20 @@ std::string FirstMessageOf(std::span<const SentenceCheck> checks, const Sentence
                         [&](SentenceCheck check, int index) { return check(sentences, index); });
 }
 
+// Line feeds go from all sentences but texts. Whether a name is used ahead of its sentence is asked
+// of each sentence while it is at hand.
+std::string CheckOrders(SentenceList& sentences) {
+    std::string message = FirstMessage(std::span<const SentenceCheck>(orderChecks), sentences,
+                                       [&](SentenceCheck check, int index) {
+                                           if (check == orderChecks[0])
+                                               BlankLineFeeds(sentences[index]);
+                                           return check(sentences, index);
+                                       });
+    if (message.empty()) return message;
+    for (auto& sentence : sentences) BlankLineFeeds(*sentence);
+    return message;
+}
+
 // Tabs go from all sentences; the first formula whose brackets do not match gives its message.
 std::string CheckBrackets(SentenceList& sentences) {
     std::string message;
@@ -50,8 +64,7 @@ void AnalyseSentences(SentenceList& sentences, char* textBegin, char* textEnd,
     errorText = FirstMessageOf(nameChecks, sentences);
     if (!errorText.empty()) return;
 
-    BlankLineFeeds(sentences);
-    errorText = FirstMessageOf(orderChecks, sentences);
+    errorText = CheckOrders(sentences);
     if (!errorText.empty()) return;
 
     SubstituteDefines(sentences, errorText);

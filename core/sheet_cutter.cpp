@@ -93,12 +93,10 @@ void FindLeadingWords(SentenceList& sentences) {
     }
 }
 
-void BlankLineFeeds(SentenceList& sentences) {
-    for (auto& sentence : sentences) {
-        if (sentence->IsText()) continue;
-        char* const data = sentence->text.Data();
-        std::replace(data, data + sentence->text.length, '\n', ' ');
-    }
+void BlankLineFeeds(Sentence& sentence) {
+    if (sentence.IsText()) return;
+    char* const data = sentence.text.Data();
+    std::replace(data, data + sentence.text.length, '\n', ' ');
 }
 
 void BlankTabs(EditBuffer& text) {

@@ -29,8 +29,8 @@ void TrimText(Sentence& sentence);
 // All three, for every sentence. Text sentences have no name and keep their white space.
 void FindLeadingWords(SentenceList& sentences);
 
-// Line feeds become blanks in all but text sentences.
-void BlankLineFeeds(SentenceList& sentences);
+// Line feeds become blanks, unless the sentence is a text.
+void BlankLineFeeds(Sentence& sentence);
 
 // Tabs outside strings become blanks.
 void BlankTabs(EditBuffer& text);

@@ -1,6 +1,5 @@
 #include "core/substitution.h"
 
-#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -116,8 +115,7 @@ int FindFormula(const SentenceList& sentences, std::string_view word, int limit)
 }
 
 void SubstituteDefines(SentenceList& sentences, std::string& errorText) {
-    const auto isDefine = [](const auto& sentence) { return sentence->IsDefine(); };
-    if (std::none_of(sentences.begin(), sentences.end(), isDefine)) return;
+    if (!sentences.HasNamedDefines()) return;
     Substitution substitution(sentences);
     const auto run = [&](int index, int limit) {
         if (!errorText.empty() || substitution.Run(index, limit)) return;

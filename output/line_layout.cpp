@@ -90,17 +90,11 @@ struct TableColumn {
 
 }  // namespace
 
-DecimalColumns FindDecimalColumns(std::span<const ReportLine> lines) {
-    DecimalColumns columns;
-    for (const ReportLine& line : lines) {
-        if (!line.isNumber) continue;
-        const std::size_t point = PointPosition(line.value);
-        columns.integer = std::max(columns.integer, point);
-        if (point < line.value.size()) {
-            columns.fraction = std::max(columns.fraction, line.value.size() - point - 1);
-        }
-    }
-    return columns;
+void DecimalColumns::Widen(const ReportLine& line) {
+    if (!line.isNumber) return;
+    const std::size_t point = PointPosition(line.value);
+    integer = std::max(integer, point);
+    if (point < line.value.size()) fraction = std::max(fraction, line.value.size() - point - 1);
 }
 
 void AlignLine(ReportLine& line, const DecimalColumns& columns) {

@@ -29,10 +29,11 @@ struct ReportLine {
 struct DecimalColumns {
     std::size_t integer = 0;
     std::size_t fraction = 0;
-};
 
-// A value without a point is all integer part, so "25 %" counts 4 there.
-DecimalColumns FindDecimalColumns(std::span<const ReportLine> lines);
+    // Takes in one more line, if it is a number. A value without a point is all integer part, so
+    // "25 %" counts 4 there.
+    void Widen(const ReportLine& line);
+};
 
 // Fills `line` from the other fields. A text sentence passes through unchanged, whatever the
 // columns are; what is no number stands right behind its name.

@@ -16,15 +16,6 @@ bool IsHidden(const Sentence& sentence) {
     return sentence.header == hideHeader && sentence.error.empty() && sentence.root.evaluated;
 }
 
-std::size_t FindNameWidth(const SentenceList& sentences) {
-    std::size_t width = 0;
-    for (const auto& sentence : sentences) {
-        if (!sentence->IsCalculation() || IsHidden(*sentence)) continue;
-        width = std::max(width, sentence->name.size());
-    }
-    return width;
-}
-
 std::string PadName(std::string_view name, std::size_t width) {
     std::string padded(name);
     padded.resize(width, ' ');
@@ -45,6 +36,8 @@ struct ReportFrame {
     std::size_t nameWidth;
     std::string indent;
 };
+
+bool IsShown(const Sentence& sentence) { return !sentence.IsDefine() && !IsHidden(sentence); }
 
 // Everything of the line but its layout.
 ReportLine MakeLine(const Sentence& sentence, int index, const ReportFrame& frame) {
@@ -72,42 +65,56 @@ ReportLine MakeLine(const Sentence& sentence, int index, const ReportFrame& fram
     return line;
 }
 
-// Aligns each line and gives it to the report; a line is not needed behind that.
-std::string JoinLines(std::vector<ReportLine>& lines, const DecimalColumns& columns,
-                      const CalcParameters& parameters) {
-    std::string report;
-    for (ReportLine& line : lines) {
-        AlignLine(line, columns);
-        if (parameters.breakText && !line.isFormula) report += '\n';
-        report += line.line;
-        report += '\n';
-        if (parameters.formulaBreak && line.isFormula) report += '\n';
-        line.line = std::string();
+// The widths of a whole report.
+struct ReportWidths {
+    std::size_t name = 0;
+    DecimalColumns columns;
+    bool anyNumber = false;
+
+    void Widen(const Sentence& sentence, const CalcParameters& parameters,
+               const NumberLimits& limits) {
+        if (!sentence.IsCalculation()) return;
+        name = std::max(name, sentence.name.size());
+        const Value& result = sentence.root.result;
+        if (!sentence.error.empty() || !sentence.root.evaluated || !result.IsScalar()) return;
+        anyNumber = true;
+        ReportLine line;
+        line.isNumber = true;
+        FormatWithKeyword(sentence.header, result.At(0, 0), parameters, limits, line);
+        columns.Widen(line);
     }
-    return report;
+};
+
+// Aligned, with the blank lines that the options ask for.
+void AppendLine(std::string& report, ReportLine& line, const DecimalColumns& columns,
+                const CalcParameters& parameters) {
+    AlignLine(line, columns);
+    if (parameters.breakText && !line.isFormula) report += '\n';
+    report += line.line;
+    report += '\n';
+    if (parameters.formulaBreak && line.isFormula) report += '\n';
 }
 
 }  // namespace
 
+// The numbers are written twice, once to measure them: the lines of a large report, held all at
+// once, would take many times the memory of its text.
 std::string ReportBuilder::Build(const SentenceList& sentences, const CalcParameters& parameters,
                                  const NumberLimits& limits, std::string& positionText) {
     if (sentences.IsEmpty()) return {};
-    const std::size_t nameWidth = FindNameWidth(sentences);
-    const ReportFrame frame{parameters, limits, nameWidth, NameIndent(nameWidth)};
-    lines.reserve(static_cast<std::size_t>(sentences.Count()));
-    for (int index = 0; index < sentences.Count(); ++index) {
-        const Sentence& sentence = sentences[index];
-        if (sentence.IsDefine() || IsHidden(sentence)) continue;
-        lines.push_back(MakeLine(sentence, index, frame));
+    ReportWidths widths;
+    for (const auto& sentence : sentences) {
+        if (IsShown(*sentence)) widths.Widen(*sentence, parameters, limits);
     }
-
-    const DecimalColumns columns = FindDecimalColumns(lines);
-    std::string report = JoinLines(lines, columns, parameters);
-    const bool anyNumber = std::any_of(lines.begin(), lines.end(),
-                                       [](const ReportLine& line) { return line.isNumber; });
-    positionText = parameters.positionLine && anyNumber ? FormatPositionLine(nameWidth, columns)
-                                                        : std::string();
-    lines.clear();  // they look into the sentences
+    const ReportFrame frame{parameters, limits, widths.name, NameIndent(widths.name)};
+    std::string report;
+    for (int index = 0; index < sentences.Count(); ++index) {
+        if (!IsShown(sentences[index])) continue;
+        ReportLine line = MakeLine(sentences[index], index, frame);
+        AppendLine(report, line, widths.columns, parameters);
+    }
+    const bool wantsRuler = parameters.positionLine && widths.anyNumber;
+    positionText = wantsRuler ? FormatPositionLine(widths.name, widths.columns) : std::string();
     return report;
 }
 

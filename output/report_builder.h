@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "core/calc_parameters.h"
 #include "core/sentence.h"
@@ -17,9 +16,6 @@ public:
     // "\r\n" behind each row, or empty; an empty list leaves it alone.
     std::string Build(const SentenceList& sentences, const CalcParameters& parameters,
                       const NumberLimits& limits, std::string& positionText);
-
-private:
-    std::vector<ReportLine> lines;
 };
 
 }  // namespace orvane

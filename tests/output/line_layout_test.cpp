@@ -43,6 +43,12 @@ ReportLine NumberLine(std::string_view value, std::string_view name = "",
     return line;
 }
 
+DecimalColumns ColumnsOf(const std::vector<ReportLine>& lines) {
+    DecimalColumns columns;
+    for (const ReportLine& line : lines) columns.Widen(line);
+    return columns;
+}
+
 std::string Aligned(ReportLine line, DecimalColumns columns) {
     AlignLine(line, columns);
     return line.line;
@@ -56,7 +62,7 @@ struct ColumnsRow {
     std::size_t fraction;
 };
 
-TEST(FindDecimalColumns, TakesTheWidestParts) {
+TEST(DecimalColumns, TakesTheWidestParts) {
     const ColumnsRow rows[] = {
         {{}, 0, 0},
         {{""}, 0, 0},
@@ -74,18 +80,18 @@ TEST(FindDecimalColumns, TakesTheWidestParts) {
         SCOPED_TRACE(testing::PrintToString(values));
         std::vector<ReportLine> lines;
         for (const std::string_view value : values) lines.push_back(NumberLine(value));
-        const DecimalColumns columns = FindDecimalColumns(lines);
+        const DecimalColumns columns = ColumnsOf(lines);
         EXPECT_EQ(columns.integer, integer);
         EXPECT_EQ(columns.fraction, fraction);
     }
 }
 
-TEST(FindDecimalColumns, LooksAtNumbersOnly) {
+TEST(DecimalColumns, LooksAtNumbersOnly) {
     std::vector<ReportLine> lines(3);
     lines[0].value = "E006-10 sentence  1: text.";
     lines[1] = NumberLine("1.25");
     lines[2].value = "1000,2000.12345";
-    const DecimalColumns columns = FindDecimalColumns(lines);
+    const DecimalColumns columns = ColumnsOf(lines);
     EXPECT_EQ(columns.integer, 1u);
     EXPECT_EQ(columns.fraction, 2u);
 }
@@ -151,7 +157,7 @@ TEST(AlignLine, PutsEveryPointOfARandomReportInOneColumn) {
             if (shape >= 2) value += " %";
             lines.push_back(NumberLine(value, name));
         }
-        const DecimalColumns columns = FindDecimalColumns(lines);
+        const DecimalColumns columns = ColumnsOf(lines);
         for (ReportLine& line : lines) {
             SCOPED_TRACE(line.value);
             AlignLine(line, columns);
