@@ -19,13 +19,13 @@ inline constexpr std::string_view textHeader = "text";
 inline constexpr std::string_view defineHeader = "define";
 
 struct Sentence {
-    std::string source;  // as it was cut from the sheet; never changed
-    std::string error;   // what its own evaluation said; empty if nothing
-    std::string header;  // the word in front of a ':', or empty
-    std::string name;    // the word in front of a '=', or empty
-    EditBuffer text;     // the working text; of a text sentence, what the report prints
-    NodePool nodes;      // what lies below the root
-    FunctionNode root;   // `root.evaluated` tells whether the sentence has a value
+    std::string_view source;  // as it was cut from the sheet; never changed
+    std::string error;        // what its own evaluation said; empty if nothing
+    std::string header;       // the word in front of a ':', or empty
+    std::string name;         // the word in front of a '=', or empty
+    EditBuffer text;          // the working text; of a text sentence, what the report prints
+    NodePool nodes;           // what lies below the root
+    FunctionNode root;        // `root.evaluated` tells whether the sentence has a value
 
     explicit Sentence(std::string_view cut) : source(cut), text(cut) {}
 
@@ -42,6 +42,12 @@ struct Sentence {
 // changes; its number in every message is that index + 1, and all kinds count.
 class SentenceList {
 public:
+    // Keeps a copy of the sheet and gives it back: sentences look into it for their sources.
+    std::string_view KeepSheet(std::string_view text) {
+        sheet.assign(text.begin(), text.end());
+        return {sheet.data(), sheet.size()};
+    }
+    // The cut must stay where it is as long as the sentence lives.
     void Add(std::string_view cut) { sentences.push_back(std::make_unique<Sentence>(cut)); }
     // Drops the sentences that hold only blanks, tabs and line feeds.
     void RemoveBlank();
@@ -75,6 +81,7 @@ private:
     std::string_view NameAt(int index) const { return (*this)[index].name; }
     int FirstOf(std::string_view name, bool (Sentence::*isOfKind)() const) const;
 
+    std::vector<char> sheet;  // stays where it is when the list is moved
     std::vector<std::unique_ptr<Sentence>> sentences;
     NameIndex names;
     bool hasNamedDefines = false;

@@ -57,7 +57,7 @@ void AnalyseSentences(SentenceList& sentences, char* textBegin, char* textEnd,
     errorText = CheckLineStrings(sheet);
     if (!errorText.empty()) return;
 
-    CutSentences(sentences, sheet);
+    CutSentences(sentences, sentences.KeepSheet(sheet));
     sentences.RemoveBlank();
     FindLeadingWords(sentences);
     sentences.IndexNames();

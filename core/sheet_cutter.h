@@ -13,7 +13,8 @@ namespace orvane {
 // strings. Every position stays. Behind a string that is never closed nothing counts as comment.
 void BlankComments(std::span<char> text);
 
-// One sentence for each piece between semicolons outside strings. An empty piece makes none.
+// One sentence for each piece between semicolons outside strings. An empty piece makes none. The
+// sentences look into the text.
 void CutSentences(SentenceList& sentences, std::string_view text);
 
 // Moves the word in front of a `:` from the text into the header, once.

@@ -56,7 +56,7 @@ std::vector<std::string> Cuts(std::string_view text) {
     SentenceList sentences;
     CutSentences(sentences, text);
     std::vector<std::string> cuts;
-    for (const auto& sentence : sentences) cuts.push_back(sentence->source);
+    for (const auto& sentence : sentences) cuts.emplace_back(sentence->source);
     return cuts;
 }
 
