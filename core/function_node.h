@@ -70,8 +70,8 @@ private:
 // other nodes are cleared and must be evaluated again.
 void ExpandVariable(FunctionNode& node, std::string_view variableName, double value);
 
-// Switches the finite test off for everything below the node, and not for the node itself: the
-// sweep tests what the term gives.
+// Switches the finite test of the normal, bit and point functions off for everything below the
+// node, and not for the node itself. Other tests for what is not finite stay.
 void MarkStepTerm(FunctionNode& node);
 
 }  // namespace orvane

@@ -131,6 +131,8 @@ void IntegralCurvePolar(StepCall& call);
 void IntegralCurveParametric(StepCall& call);
 
 // --- locus/locus_sweep.cpp
-void RunLocus(StepCall& call);
+void RunLocusXy(StepCall& call);
+void RunLocusPolar(StepCall& call);
+void RunLocusParametric(StepCall& call);
 
 }  // namespace orvane

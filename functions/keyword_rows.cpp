@@ -27,6 +27,10 @@ constexpr const char* parametricParams =
     "variable name,float left-endpoint,float right-endpoint,pint steps,function X(name),"
     "function Y(name)";
 
+// The sweeps that do not run one body between two ends.
+constexpr SweepForm overSteps = {SweepShape::plain, true};
+constexpr SweepForm parametric = {SweepShape::parametric, false};
+
 constexpr const char* minorParams = "pint row,pint column,point,point/pint row,pint column,matrix";
 
 // Kept: the four-parameter form takes its first choice for a negative condition, which this text
@@ -182,19 +186,19 @@ constinit const std::array<KeywordEntry, keywordCount> keywordRows = {{
     {"matrix_rank",        "uint",   Group::matrix, 1, -1, "point,point/matrix", "point,...", Help::vectorMatrix, MatrixRank},
     {"matrix_minor",       "matrix", Group::matrix, 1, -1, minorParams,          "point,...", Help::vectorMatrix, MatrixMinor},
     // sweeps of a variable
-    {"series",                         "float", Group::variable, 5, 5, seriesParams,     none,             Help::series,        Series},
-    {"product",                        "float", Group::variable, 5, 5, seriesParams,     none,             Help::product,       Product},
+    {"series",                         "float", Group::variable, 5, 5, seriesParams,     none,             Help::series,        {Series, overSteps}},
+    {"product",                        "float", Group::variable, 5, 5, seriesParams,     none,             Help::product,       {Product, overSteps}},
     {"equation_root",                  "float", Group::variable, 5, 5, curveParams,      none,             Help::equation,      EquationRoot},
     {"integral_area_xy",               "float", Group::variable, 5, 6, curveParams,      "boolean option", Help::integralArea,  IntegralAreaXy},
     {"integral_area_polar",            "float", Group::variable, 5, 6, polarParams,      "boolean option", Help::integralArea,  IntegralAreaPolar},
-    {"integral_area_parametric_xy",    "float", Group::variable, 6, 6, parametricParams, none,             Help::integralArea,  IntegralAreaParametricXy},
-    {"integral_area_parametric_polar", "float", Group::variable, 6, 7, parametricParams, "boolean option", Help::integralArea,  IntegralAreaParametricPolar},
+    {"integral_area_parametric_xy",    "float", Group::variable, 6, 6, parametricParams, none,             Help::integralArea,  {IntegralAreaParametricXy, parametric}},
+    {"integral_area_parametric_polar", "float", Group::variable, 6, 7, parametricParams, "boolean option", Help::integralArea,  {IntegralAreaParametricPolar, parametric}},
     {"integral_curve_xy",              "float", Group::variable, 5, 6, curveParams,      none,             Help::integralCurve, IntegralCurveXy},
     {"integral_curve_polar",           "float", Group::variable, 5, 6, polarParams,      none,             Help::integralCurve, IntegralCurvePolar},
-    {"integral_curve_parametric",      "float", Group::variable, 6, 7, parametricParams, none,             Help::integralCurve, IntegralCurveParametric},
-    {"locus_xy",                       "1",     Group::variable, 5, 6, curveParams,      none,             Help::locus,         RunLocus},
-    {"locus_polar",                    "1",     Group::variable, 5, 6, polarParams,      none,             Help::locus,         RunLocus},
-    {"locus_parametric",               "1",     Group::variable, 6, 7, parametricParams, none,             Help::locus,         RunLocus},
+    {"integral_curve_parametric",      "float", Group::variable, 6, 7, parametricParams, none,             Help::integralCurve, {IntegralCurveParametric, parametric}},
+    {"locus_xy",                       "1",     Group::variable, 5, 6, curveParams,      none,             Help::locus,         RunLocusXy},
+    {"locus_polar",                    "1",     Group::variable, 5, 6, polarParams,      none,             Help::locus,         RunLocusPolar},
+    {"locus_parametric",               "1",     Group::variable, 6, 7, parametricParams, none,             Help::locus,         {RunLocusParametric, parametric}},
     // choice
     {"if", "formula", Group::condition, 3, 4, ifParams, none, Help::condition},
     // operators

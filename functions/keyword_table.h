@@ -66,14 +66,25 @@ using ScalarBody = double (*)(ScalarCall& call);
 using StepBody = void (*)(StepCall& call);
 using ValueBody = void (*)(ValueCall& call);
 
+// What the bodies of a sweep give: one value, or x and y over a parameter.
+enum class SweepShape { plain, parametric };
+
+// How a sweep reads its parameters: the name, the lower end, the right end or the step, the step
+// count, one body or two, and an option.
+struct SweepForm {
+    SweepShape shape = SweepShape::plain;
+    bool stepIsGiven = false;  // the third parameter is the step itself, not the right end
+};
+
 struct KeywordBody {
     ScalarBody scalar = nullptr;
     StepBody step = nullptr;
+    SweepForm sweepForm = {};  // of `step`
     ValueBody value = nullptr;
 
     constexpr KeywordBody() = default;
     constexpr KeywordBody(ScalarBody body) : scalar(body) {}
-    constexpr KeywordBody(StepBody body) : step(body) {}
+    constexpr KeywordBody(StepBody body, SweepForm form = {}) : step(body), sweepForm(form) {}
     constexpr KeywordBody(ValueBody body) : value(body) {}
 };
 

@@ -1,9 +1,7 @@
 #include "functions/step_call.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <iterator>
 #include <limits>
 
 #include "core/calc_parameters.h"
@@ -19,43 +17,8 @@ namespace {
 constexpr std::int64_t progressInterval = 500;
 constexpr std::size_t bodyPlace = 4;  // children in front of it: name, lower end, end, steps
 
-struct SweepForm {
-    std::string_view name;
-    SweepShape shape = SweepShape::plain;
-    bool stepIsGiven = false;  // the third parameter is the step itself, not the right end
-
-    bool IsParametric() const { return shape == SweepShape::parametric; }
-    // Behind one body, or two.
-    std::size_t OptionPlace() const { return bodyPlace + (IsParametric() ? 2 : 1); }
-};
-
-// A sweep that is not listed runs one body between two ends.
-constexpr SweepForm otherSweeps = {};
-constexpr SweepForm specialSweeps[] = {
-    {"series", SweepShape::plain, true},
-    {"product", SweepShape::plain, true},
-    {"integral_area_parametric_xy", SweepShape::parametric, false},
-    {"integral_area_parametric_polar", SweepShape::parametric, false},
-    {"integral_curve_parametric", SweepShape::parametric, false},
-    {"locus_polar", SweepShape::polar, false},
-    {"locus_parametric", SweepShape::parametric, false},
-};
-
-using SweepRows = std::array<const KeywordEntry*, std::size(specialSweeps)>;
-
-SweepRows FindSweepRows() {
-    SweepRows rows = {};
-    std::transform(std::begin(specialSweeps), std::end(specialSweeps), rows.begin(),
-                   [](const SweepForm& form) { return keywordTable.Find(form.name); });
-    return rows;
-}
-
-// The names are looked up once for the whole process: an inner sweep starts too often for that.
-const SweepForm& FormOf(const KeywordEntry* keyword) {
-    static const SweepRows rows = FindSweepRows();
-    const auto row = std::find(rows.begin(), rows.end(), keyword);
-    return row == rows.end() ? otherSweeps : specialSweeps[row - rows.begin()];
-}
+// Behind one body, or two.
+std::size_t OptionPlace(const StepCall& call) { return bodyPlace + (call.IsParametric() ? 2 : 1); }
 
 bool IsSweep(const FunctionNode& node) {
     return node.keyword != nullptr && node.keyword->group == KeywordGroup::variable;
@@ -83,10 +46,10 @@ int SweepDepth(const FunctionNode& top) {
     }
 }
 
-bool CheckCount(const StepCall& call, const SweepForm& form) {
+bool CheckCount(const StepCall& call) {
     const std::size_t count = call.family.node.children.size();
-    if (count == form.OptionPlace() || count == form.OptionPlace() + 1) return true;
-    return form.IsParametric() ? call.Fail("06", "needs 6 or 7 parameters")
+    if (count == OptionPlace(call) || count == OptionPlace(call) + 1) return true;
+    return call.IsParametric() ? call.Fail("06", "needs 6 or 7 parameters")
                                : call.Fail("07", "needs 5 or 6 parameters");
 }
 
@@ -110,21 +73,21 @@ bool EvaluateBounds(const StepCall& call) {
     return true;
 }
 
-bool ReadOption(StepCall& call, const SweepForm& form) {
-    const std::size_t place = form.OptionPlace();
+bool ReadOption(StepCall& call) {
+    const std::size_t place = OptionPlace(call);
     if (call.family.node.children.size() <= place) return true;
     if (!EvaluateParameter(call, place)) return false;
     const Value& value = call.family.node.children[place].result;
     if (!value.IsScalar()) {
-        return form.IsParametric() ? call.Fail("11", "parameter 7 is incorrect")
+        return call.IsParametric() ? call.Fail("11", "parameter 7 is incorrect")
                                    : call.Fail("12", "parameter 6 is incorrect");
     }
     call.option = value.At(0, 0);
     return true;
 }
 
-bool ReadParameters(StepCall& call, const SweepForm& form) {
-    if (!CheckCount(call, form)) return false;
+bool ReadParameters(StepCall& call) {
+    if (!CheckCount(call)) return false;
     const std::span<FunctionNode> children = call.family.node.children;
     // A word that names an earlier formula is no variable either.
     if (children[0].kind != NodeKind::variable) {
@@ -137,14 +100,14 @@ bool ReadParameters(StepCall& call, const SweepForm& form) {
     if (!IsCount(steps, true)) {
         return call.Fail("10", "forth parameter is step count,which must be an integer >= 1");
     }
-    if (!ReadOption(call, form)) return false;
+    if (!ReadOption(call)) return false;
     // Kept: a count beyond 32 bits wraps, so it may pass as a smaller one.
     call.count = RoundToInt(steps);
     if (call.count < 1) return call.Fail("13", "step count must be >= 1");
 
     call.lower = children[1].result.At(0, 0);
     const double third = children[2].result.At(0, 0);
-    call.step = form.stepIsGiven ? third : (third - call.lower) / call.count;
+    call.step = call.form.stepIsGiven ? third : (third - call.lower) / call.count;
     return true;
 }
 
@@ -156,14 +119,14 @@ bool StepCall::Fail(std::string_view code, std::string_view message) const {
 }
 
 void EvaluateVariable(const FamilyCall& call) {
-    const SweepForm& form = FormOf(call.keyword);
-    StepCall sweep{call, {}, 0.0, 0.0, 0, -1.0, form.shape};
+    StepCall sweep{call};
+    sweep.form = call.keyword->body.sweepForm;
     // A sweep runs its bodies and parameters from inside itself, each level on more of the stack.
     if (SweepDepth(call.node) > deepestSweep) {
         sweep.Fail("15", "is nested too deep");
         return;
     }
-    if (ReadParameters(sweep, form)) call.keyword->body.step(sweep);
+    if (ReadParameters(sweep)) call.keyword->body.step(sweep);
 }
 
 bool EvaluateBody(const StepCall& call, FunctionNode& body, double x, bool checkFinite,
@@ -175,8 +138,7 @@ bool EvaluateBody(const StepCall& call, FunctionNode& body, double x, bool check
     if (call.Failed()) return false;
 
     const Value& value = body.result;
-    const bool isEmpty = value.RowCount() == 0 || value.RowLength(0) == 0;
-    out = isEmpty ? std::numeric_limits<double>::quiet_NaN() : value.At(0, 0);
+    out = value.RowCount() == 0 ? std::numeric_limits<double>::quiet_NaN() : value.At(0, 0);
     if (!checkFinite || std::isfinite(out)) return true;
     return NonFiniteError({"E008-", "05"}, family.sentence, family.node.functionName,
                           family.errorText);
@@ -185,8 +147,7 @@ bool EvaluateBody(const StepCall& call, FunctionNode& body, double x, bool check
 bool EvaluateBodyAt(const StepCall& call, FunctionNode& body, double step, std::int64_t index,
                     double& out) {
     StepProgress(call, index);
-    const double x = static_cast<double>(index) * step + call.lower;
-    return EvaluateBody(call, body, x, true, out);
+    return EvaluateBody(call, body, call.ValueAt(index, step), true, out);
 }
 
 void StepProgress(const StepCall& call, std::int64_t index) {

@@ -9,24 +9,27 @@
 
 // What the functions that sweep a variable share between their entry and the function that a
 // keyword row names. The sheet's expression, here the body, is a tree that is evaluated again for
-// every value of the variable; there is no symbolic work. A sweep takes no memory of its own,
-// however many steps it has.
+// every value of the variable; there is no symbolic work. A step takes no memory; only what is kept
+// of it does, a root or a recorded point, and both have a bound that ends in a message.
 
 namespace orvane {
-
-// What the bodies of a sweep give: one value over x, a radius over an angle, or x and y over a
-// parameter.
-enum class SweepShape { plain, polar, parametric };
 
 // One run of a sweep, its parameters read and checked.
 struct StepCall {
     const FamilyCall& family;
-    std::string_view variableName;
+    std::string_view variableName = {};
     double lower = 0.0;      // the first value of the variable
     double step = 0.0;       // may be 0 or negative
     std::int32_t count = 0;  // steps, at least 1
     double option = -1.0;    // the parameter behind the bodies; -1 when it is not there
-    SweepShape shape = SweepShape::plain;
+    SweepForm form = {};     // from the keyword's row
+
+    bool IsParametric() const { return form.shape == SweepShape::parametric; }
+    // The variable at place `index`, from 0, of the grid that starts at the lower end with this
+    // step.
+    double ValueAt(std::int64_t index, double gridStep) const {
+        return static_cast<double>(index) * gridStep + lower;
+    }
 
     FunctionNode& Body() const { return family.node.children[4]; }
     // The Y body of a parametric sweep.
@@ -47,8 +50,7 @@ inline constexpr int deepestSweep = 200;
 bool EvaluateBody(const StepCall& call, FunctionNode& body, double x, bool checkFinite,
                   double& out);
 
-// The value at place `index`, from 0, of the grid that starts at the lower end with this step.
-// Steps the progress and tests for what is not finite.
+// The same at place `index` of a grid. Steps the progress and tests for what is not finite.
 bool EvaluateBodyAt(const StepCall& call, FunctionNode& body, double step, std::int64_t index,
                     double& out);
 

@@ -4,6 +4,7 @@
 
 #include "functions/function_bodies.h"
 #include "functions/step_call.h"
+#include "functions/value.h"
 
 // series, product and equation_root.
 
@@ -41,10 +42,16 @@ Root ScanStep(const StepCall& call, double previous, const Root& last) {
     return best;
 }
 
-void StoreRoot(const StepCall& call, const Root& root) {
-    const ValueRow row = call.family.node.result.AppendRow(2);
+// False when the table of roots is full; an error from before stands.
+bool StoreRoot(const StepCall& call, const Root& root) {
+    Value& roots = call.family.node.result;
+    if (static_cast<std::int64_t>(roots.AllCells().size()) + 2 > largestTable) {
+        return !call.Failed() && call.Fail("16", "has too many roots");
+    }
+    const ValueRow row = roots.AppendRow(2);
     row[0] = root.x;
     row[1] = root.value;
+    return true;
 }
 
 // Walks the grid and stores the roots on the way; false after an error.
@@ -53,11 +60,11 @@ bool FindRoots(const StepCall& call) {
     for (std::int64_t i = 0; i <= call.count; ++i) {
         double y = 0.0;
         if (!EvaluateBodyAt(call, call.Body(), call.step, i, y)) return false;
-        const Root point = {static_cast<double>(i) * call.step + call.lower, y};
+        const Root point = {call.ValueAt(i, call.step), y};
         if (y == 0.0 && previous != 0.0) {
-            StoreRoot(call, point);
+            if (!StoreRoot(call, point)) return false;
         } else if (i > 0 && ChangesSign(previous, y)) {
-            StoreRoot(call, ScanStep(call, previous, point));
+            if (!StoreRoot(call, ScanStep(call, previous, point))) return false;
         }
         previous = y;
     }
@@ -88,7 +95,8 @@ void Product(StepCall& call) {
 }
 
 // One row of x and value for each sign change on the grid. There is no iteration, no convergence
-// test and no tolerance. Without a root the result is empty, which is no failure.
+// test and no tolerance. Without a root the result is empty, which is no failure; more roots than
+// one table takes are one.
 void EquationRoot(StepCall& call) {
     if (!FindRoots(call)) call.family.node.result.Clear();
 }

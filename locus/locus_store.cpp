@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <new>
+#include <utility>
 
 namespace orvane {
 
@@ -11,10 +12,11 @@ LocusStore locusStore;
 namespace {
 
 // The one place where the system looks at a lack of memory: a sweep may ask for any number of
-// points, and a sheet that asks for too many must not take the user's work with it.
-bool MakeRoom(std::vector<LocusPoint>& points) {
+// points and of curves, and a sheet that asks for too many must not take the user's work with it.
+template <typename Taking>
+bool HasMemoryFor(Taking take) {
     try {
-        points.reserve(std::max(LocusSet::firstCapacity, points.capacity() * 2));
+        take();
     } catch (const std::bad_alloc&) {
         return false;
     }
@@ -36,7 +38,10 @@ std::string_view LocusKindName(LocusKind kind) {
 }
 
 bool LocusSet::AddPoint(double x, double y, bool penUp) {
-    if (points.size() == points.capacity() && !MakeRoom(points)) return false;
+    if (points.size() == points.capacity()) {
+        const std::size_t room = std::max(firstCapacity, points.capacity() * 2);
+        if (!HasMemoryFor([&] { points.reserve(room); })) return false;
+    }
     points.push_back({x, y, penUp});
     return true;
 }
@@ -76,11 +81,23 @@ void LocusSet::DropNearPoints(double nearX, double nearY) {
     points.resize(kept);
 }
 
-LocusSet& LocusStore::Add(int sentenceIndex, LocusKind kind) {
-    LocusSet& set = *sets.emplace_back(std::make_unique<LocusSet>());
+// The large blocks are taken first. Where a small one fails they are given back, and a message has
+// room again.
+LocusSet* LocusStore::Add(int sentenceIndex, LocusKind kind) {
+    if (sets.size() >= mostCurves) return nullptr;
+    const auto takeSet = [this] {
+        spare.reserve(spareSize);
+        std::vector<LocusPoint> points;
+        points.reserve(LocusSet::firstCapacity);
+        auto set = std::make_unique<LocusSet>();
+        set->points = std::move(points);
+        sets.push_back(std::move(set));
+    };
+    if (!HasMemoryFor(takeSet)) return nullptr;
+    LocusSet& set = *sets.back();
     set.sentenceIndex = sentenceIndex;
     set.kind = kind;
-    return set;
+    return &set;
 }
 
 }  // namespace orvane

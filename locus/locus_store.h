@@ -35,8 +35,9 @@ struct LocusSet {
     bool stoppedEarly = false;   // the last round gave no point; never set for xy
     double lastParameter = 0.0;  // of the last point taken, when `stoppedEarly` is set
     double minX = 0.0, maxX = 0.0, minY = 0.0, maxY = 0.0;
-    std::vector<LocusPoint> points;  // in sweep order; room for 1000 from the first one on
-    std::int32_t droppedCount = 0;   // points that thinning removed
+    // In sweep order. Room for 1000, 24 KB, from the first one on; it doubles whenever it is full.
+    std::vector<LocusPoint> points;
+    std::int32_t droppedCount = 0;  // points that thinning removed
 
     // False when there is no memory for one more point; the set is as it was then.
     bool AddPoint(double x, double y, bool penUp);
@@ -52,21 +53,31 @@ private:
 
 class LocusStore {
 public:
+    // Curves of one run. A sweep of curves, each one small, must not eat the memory either.
+    static constexpr std::size_t mostCurves = 1000000;
+
     // The work area of the desktop, in pixels. The plot window's own size comes later and does not
     // count; whoever has a screen sets it before a run.
     int screenWidth = 1920;
     int screenHeight = 1080;
 
     void Clear() { sets.clear(); }
-    // The set stays where it is until the store is cleared.
-    LocusSet& Add(int sentenceIndex, LocusKind kind);
+    // A new set with room for its first points. It stays where it is until the store is cleared.
+    // Null when there is no memory for it, or no place; the store is as it was then.
+    LocusSet* Add(int sentenceIndex, LocusKind kind);
+    // Gives the memory back that was held for the time when there is no other, so that a message
+    // can be built and the run can end. The next set takes it again.
+    void ReleaseSpare() { spare = {}; }
     int Count() const { return static_cast<int>(sets.size()); }
     bool IsEmpty() const { return sets.empty(); }
     // In the order of the calls.
     const LocusSet& operator[](int index) const { return *sets[static_cast<std::size_t>(index)]; }
 
 private:
+    static constexpr std::size_t spareSize = 65536;  // bytes
+
     std::vector<std::unique_ptr<LocusSet>> sets;
+    std::vector<std::byte> spare;  // room alone
 };
 
 // Emptied at the start of each run; what a run recorded stays until the next one.

@@ -50,32 +50,21 @@ std::optional<Spot> FindParametricSpot(const StepCall& call, double t, double li
 }
 
 struct CurveForm {
-    SweepShape shape;
     LocusKind kind;
     SpotFinder findSpot;
     bool notesLast;  // shows where the curve ended when it ended early
 };
 
-constexpr CurveForm curveForms[] = {
-    {SweepShape::plain, LocusKind::xy, FindXySpot, false},
-    {SweepShape::polar, LocusKind::polar, FindPolarSpot, true},
-    {SweepShape::parametric, LocusKind::parametric, FindParametricSpot, true},
-};
-
-const CurveForm& FormOf(SweepShape shape) {
-    return *std::find_if(std::begin(curveForms), std::end(curveForms),
-                         [shape](const CurveForm& form) { return form.shape == shape; });
-}
-
-// A term inside a body may be infinite: the curve has a gap there and goes on. What the body
-// itself gives is still tested.
+// A term inside a body may be infinite: the curve has a gap there and goes on. What the body itself
+// gives is still tested where the body is a normal, bit or point function.
 void LetTermsBeInfinite(const StepCall& call) {
     MarkStepTerm(call.Body());
-    if (call.shape == SweepShape::parametric) MarkStepTerm(call.SecondBody());
+    if (call.IsParametric()) MarkStepTerm(call.SecondBody());
 }
 
-double ParameterAt(const StepCall& call, std::int64_t index) {
-    return static_cast<double>(index) * call.step + call.lower;
+bool FailForMemory(const StepCall& call) {
+    locusStore.ReleaseSpare();
+    return call.Fail("14", "has too many points for the memory");
 }
 
 // Records the curve. False after an error; the points up to it stay.
@@ -85,33 +74,42 @@ bool RecordPoints(const StepCall& call, const CurveForm& form, LocusSet& set) {
     std::int64_t lastIndex = -1;
     for (std::int64_t i = 0; i <= call.count; ++i) {
         StepProgress(call, i);
-        const std::optional<Spot> spot = form.findSpot(call, ParameterAt(call, i), limit);
+        const std::optional<Spot> spot = form.findSpot(call, call.ValueAt(i, call.step), limit);
         if (call.Failed()) return false;
-        if (spot && !set.AddPoint(spot->x, spot->y, nextPenUp)) {
-            return call.Fail("14", "has too many points for the memory");
-        }
+        if (spot && !set.AddPoint(spot->x, spot->y, nextPenUp)) return FailForMemory(call);
         nextPenUp = !spot;
         if (spot) lastIndex = i;
     }
     if (form.notesLast && lastIndex != call.count) {
         set.stoppedEarly = true;
-        set.lastParameter = ParameterAt(call, lastIndex);
+        set.lastParameter = call.ValueAt(lastIndex, call.step);
     }
     return true;
 }
 
-}  // namespace
-
-void RunLocus(StepCall& call) {
-    const CurveForm& form = FormOf(call.shape);
-    LocusSet& set = locusStore.Add(call.family.sentence, form.kind);
+void RunLocus(StepCall& call, const CurveForm& form) {
+    LocusSet* const set = locusStore.Add(call.family.sentence, form.kind);
+    if (set == nullptr) {
+        FailForMemory(call);
+        return;
+    }
     LetTermsBeInfinite(call);
-    if (!RecordPoints(call, form, set)) return;
+    if (!RecordPoints(call, form, *set)) return;
 
     constexpr std::int32_t lastRow = std::numeric_limits<std::int32_t>::max() - 1;
     const int fine = std::clamp(call.family.parameters.locusFine, 0, lastRow) + 1;
-    set.FindRanges(locusStore.screenWidth, locusStore.screenHeight, fine);
+    set->FindRanges(locusStore.screenWidth, locusStore.screenHeight, fine);
     call.Store(1.0);
+}
+
+}  // namespace
+
+void RunLocusXy(StepCall& call) { RunLocus(call, {LocusKind::xy, FindXySpot, false}); }
+
+void RunLocusPolar(StepCall& call) { RunLocus(call, {LocusKind::polar, FindPolarSpot, true}); }
+
+void RunLocusParametric(StepCall& call) {
+    RunLocus(call, {LocusKind::parametric, FindParametricSpot, true});
 }
 
 }  // namespace orvane

@@ -154,8 +154,8 @@ struct OptionRow {
 };
 
 // Absent means on, and only 0 is off.
-const OptionRow optionRows[] = {{"", true},    {",0", false},  {",1", true},
-                                {",-1", true}, {",0.5", true}, {",1-1", false}};
+const OptionRow optionRows[] = {{"", true},    {",0", false},  {",1", true},   {",-1", true},
+                                {",-2", true}, {",0.5", true}, {",1-1", false}};
 
 void ExpectNumber(const std::string& sheet, double expected) {
     SCOPED_TRACE(sheet);
@@ -190,9 +190,10 @@ TEST(Integrals, OfTwoBodiesMatchPlainLoopsBitForBit) {
                     const std::string texts = std::string(x.text) + "," + y.text;
                     const Samples xs = SamplesOf(range, x.value);
                     const Samples ys = SamplesOf(range, y.value);
-                    ExpectNumber(CallText(row.name, range, texts), row.method(xs, ys, true));
-                    ExpectNumber(CallText(row.name, range, texts + ",0"),
-                                 row.method(xs, ys, false));
+                    for (const OptionRow& option : optionRows) {
+                        ExpectNumber(CallText(row.name, range, texts + option.text),
+                                     row.method(xs, ys, option.on));
+                    }
                 }
             }
         }
@@ -280,6 +281,15 @@ TEST(IntegralAreaXy, TurnsItsSignWithItsEnds) {
 TEST(IntegralAreaParametricPolar, DoesNotTestItsSum) {
     const Evaluated got = Evaluate("h=1" + std::string(150, '0') +
                                    ";integral_area_parametric_polar(t,0,1,1,h*h*(t+1),1)");
+    EXPECT_EQ(got.error, "");
+    ASSERT_EQ(got.rows.size(), 1u);
+    EXPECT_TRUE(std::isnan(got.rows[0][0]));
+}
+
+// Both squares are above 0 and their product is not, so the cosine is no number.
+TEST(IntegralAreaParametricPolar, IsNoNumberWhereTheProductOfItsRadiiVanishes) {
+    const Evaluated got = Evaluate("h=inv(1" + std::string(100, '0') +
+                                   ");integral_area_parametric_polar(t,0,1,1,h,h*t)");
     EXPECT_EQ(got.error, "");
     ASSERT_EQ(got.rows.size(), 1u);
     EXPECT_TRUE(std::isnan(got.rows[0][0]));

@@ -48,6 +48,18 @@ int ProgressSteps(const std::string& sheet) {
     return progress.steps;
 }
 
+// A body that reads a second function must stand in a row that asks for one.
+TEST(SweepParameters, AreReadInTheFormOfTheRow) {
+    for (const KeywordEntry& row : keywordRows) {
+        if (row.group != KeywordGroup::variable) continue;
+        SCOPED_TRACE(row.name);
+        const SweepForm form = row.body.sweepForm;
+        EXPECT_NE(row.body.step, nullptr);
+        EXPECT_EQ(form.shape == SweepShape::parametric, row.minParams == 6);
+        EXPECT_EQ(form.stepIsGiven, row.body.step == Series || row.body.step == Product);
+    }
+}
+
 TEST(SweepParameters, AreFiveOrSixForOneBody) {
     for (const std::string name : plainNames) {
         SCOPED_TRACE(name);

@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "core/number_literal.h"
+#include "functions/function_bodies.h"
+#include "functions/step_call.h"
 #include "tests/support/sheet_run.h"
 #include "tests/support/sweep_text.h"
 
@@ -173,6 +175,10 @@ TEST(EquationRoot, FindsSignChangesOnTheGrid) {
         {"equation_root(x,0,1,1,(x-0.25)*(x-0.25))", {}},
         {"equation_root(x,1,2,10,x)", {}},
         {"equation_root(x,1,1,5,x)", {}},
+        // Where the scan finds no number, the left end stands with one more than the larger size.
+        {"equation_root(x,0.1,0.9,4,if(equals(x,0.9),-5,if(great_than(x,0.7001)+equals(x,0.7),q,"
+         "5)))",
+         {{0.7, 6.0}}},
     };
     for (const auto& [sheet, roots] : rows) {
         SCOPED_TRACE(sheet);
@@ -269,6 +275,28 @@ TEST(EquationRoot, SeesAnErrorOfTheScanAtTheNextPoint) {
               "E006-10 sentence  1: function \"inv\": generates an infinite or unaccepted number.");
     EXPECT_EQ(got.rows, Rows{});
     EXPECT_EQ(progress.steps, 2);
+}
+
+// The table is filled beforehand: finding so many roots takes too long.
+TEST(EquationRoot, StoresNoMoreThanOneTable) {
+    test::CompiledSheet sheet = test::Compile("equation_root(x,-2,2,4,x*x-1)");
+    FunctionNode& root = sheet.sentences[0].root;
+    const CalcParameters parameters;
+    std::string error;
+    const FamilyCall family{root, root.keyword, 0, parameters, error};
+
+    root.result.Clear();
+    root.result.AppendRow(static_cast<std::int32_t>(largestTable) - 4);
+    EvaluateVariable(family);
+    EXPECT_EQ(error, "");
+    ASSERT_EQ(root.result.RowCount(), 3);
+    EXPECT_EQ(root.result.At(2, 0), 1.0);
+
+    root.result.Clear();
+    root.result.AppendRow(static_cast<std::int32_t>(largestTable) - 3);
+    EvaluateVariable(family);
+    EXPECT_EQ(error, "E008-16 sentence  1: function \"equation_root\": has too many roots.");
+    EXPECT_EQ(root.result.RowCount(), 0);
 }
 
 TEST(EquationRoot, StoresNothingAfterAnError) {

@@ -190,6 +190,16 @@ TEST(FindRanges, NeedsADistanceBelowTheThresholdInBothDirections) {
     EXPECT_EQ(Thinned(across, 100, 100, 1).droppedCount, 0);
 }
 
+// Three times three over a thousand is 0.009; three thousandths times three would be more.
+TEST(FindRanges, MultipliesTheRangeBeforeItDivides) {
+    std::vector<LocusPoint> points = {{0.0, 0.0, true}, {0.009, 0.0, false}};
+    for (int i = 0; i < 100; ++i) points.push_back({3.0, 1.0, false});
+    const LocusSet set = Thinned(points, 1000, 1000, 3);
+    ASSERT_EQ(set.points.size(), 3u);
+    EXPECT_EQ(set.points[1].x, 0.009);
+    EXPECT_EQ(set.droppedCount, 99);
+}
+
 TEST(FindRanges, CountsDroppedPointsUp) {
     LocusSet set = Thinned(DenseLine(5000), 1000, 1000, 1);
     const std::size_t first = set.points.size();
@@ -261,12 +271,14 @@ TEST(FindRanges, MatchesAPlainWalkOnRandomCurves) {
 TEST(LocusStore, HoldsSetsInTheOrderOfTheCalls) {
     LocusStore store;
     EXPECT_TRUE(store.IsEmpty());
-    LocusSet& first = store.Add(4, LocusKind::polar);
+    const LocusSet* const first = store.Add(4, LocusKind::polar);
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(first->points.capacity(), 1000u);
     for (int i = 0; i < 300; ++i) store.Add(i, LocusKind::xy);
     store.Add(9, LocusKind::parametric);
     EXPECT_FALSE(store.IsEmpty());
     ASSERT_EQ(store.Count(), 302);
-    EXPECT_EQ(&store[0], &first);
+    EXPECT_EQ(&store[0], first);
     EXPECT_EQ(store[0].sentenceIndex, 4);
     EXPECT_EQ(store[0].kind, LocusKind::polar);
     EXPECT_EQ(store[300].sentenceIndex, 299);
@@ -274,6 +286,33 @@ TEST(LocusStore, HoldsSetsInTheOrderOfTheCalls) {
     store.Clear();
     EXPECT_TRUE(store.IsEmpty());
     EXPECT_EQ(store.Count(), 0);
+}
+
+TEST(LocusStore, AddsNothingWhenMemoryRunsOut) {
+    LocusStore store;
+    store.Add(1, LocusKind::polar);
+    for (const std::size_t refusedSize : {20000, 100}) {
+        SCOPED_TRACE(refusedSize);
+        const test::MemoryLimit limit(refusedSize);
+        EXPECT_EQ(store.Add(2, LocusKind::xy), nullptr);
+    }
+    ASSERT_EQ(store.Count(), 1);
+    EXPECT_EQ(store[0].sentenceIndex, 1);
+    EXPECT_NE(store.Add(2, LocusKind::xy), nullptr);
+    EXPECT_EQ(store.Count(), 2);
+}
+
+TEST(LocusStore, HoldsAMillionCurves) {
+    LocusStore store;
+    for (int i = 0; i < 1000000; ++i) {
+        LocusSet* const set = store.Add(i, LocusKind::xy);
+        ASSERT_NE(set, nullptr);
+        set->FindRanges(1000, 1000, 1);  // gives the room back
+    }
+    EXPECT_EQ(store.Add(0, LocusKind::xy), nullptr);
+    EXPECT_EQ(store.Count(), 1000000);
+    store.Clear();
+    EXPECT_NE(store.Add(0, LocusKind::xy), nullptr);
 }
 
 TEST(LocusStore, ThinsForAScreenOf1920By1080UnlessTold) {

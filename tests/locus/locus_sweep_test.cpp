@@ -126,6 +126,14 @@ TEST_F(LocusSweep, CountsAPointOnTheLimitAsInside) {
     }
 }
 
+TEST_F(LocusSweep, LetsARadiusBelowZeroBeInfinite) {
+    const std::string huge = "1" + std::string(200, '0');
+    const LocusSet& set = Sweep("locus_polar(x,1,2,1,0-" + huge + "*" + huge + ")");
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    ExpectPoints(set, {{-infinity, -infinity, true}, {infinity, -infinity, false}});
+    EXPECT_FALSE(set.stoppedEarly);
+}
+
 TEST_F(LocusSweep, NotesWhereACurveStoppedEarly) {
     const LocusSet& polar = Sweep("locus_polar(t,0,4,4,t,2)");
     EXPECT_TRUE(polar.stoppedEarly);
@@ -208,6 +216,10 @@ TEST_F(LocusSweep, KeepsItsPointsAfterAnErrorAndFindsNoRanges) {
          "E010-01 sentence  1: function \"angle_of_vectors\": generates an infinite or unaccepted "
          "number.",
          1},
+        // A sweep inside the body tests its own body.
+        {"locus_xy(x,0,1,2,series(i,1,1,2,inv(x)+i))",
+         "E008-05 sentence  1: function \"series\": generates an infinite or unaccepted number.",
+         0},
         {"locus_xy(x,0,1,1,nosuch(x))",
          "E001-01 sentence  1: function \"nosuch\": unknown function.", 0},
     };
@@ -347,6 +359,20 @@ TEST_F(LocusSweep, EndsItsSentenceWhenMemoryRunsOut) {
     EXPECT_GE(locusStore[0].points.size(), 1000u);
     EXPECT_LT(locusStore[0].points.size(), refusedSize / sizeof(LocusPoint));
     ExpectRanges(locusStore[0], 0.0, 0.0, 0.0, 0.0);
+}
+
+TEST_F(LocusSweep, EndsItsSentenceWhenThereIsNoMemoryForACurve) {
+    const auto compileWithLimit = [] {
+        const test::MemoryLimit limit(24000);
+        return Compile("series(i,1,1,1000000000,locus_xy(x,0,1,1,x));1+1");
+    };
+    const test::CompiledSheet sheet = compileWithLimit();
+    ASSERT_EQ(sheet.sentences.Count(), 2);
+    EXPECT_EQ(sheet.sentences[0].error,
+              "E008-14 sentence  1: function \"locus_xy\": has too many points for the memory.");
+    EXPECT_FALSE(sheet.sentences[0].root.evaluated);
+    EXPECT_EQ(test::RowsOf(sheet.sentences[1].root.result), (Rows{{2.0}}));
+    EXPECT_TRUE(locusStore.IsEmpty());
 }
 
 // A run empties the store first, so that the plot never shows curves of an earlier sheet.
