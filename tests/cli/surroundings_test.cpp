@@ -80,7 +80,7 @@ private:
 
 TEST(Locale, ChangesNothingThatIsReadOrPrinted) {
     const CommaLocale comma;
-    if (!comma.IsUsable()) GTEST_SKIP() << "the C library reads no locale from a folder";
+    ASSERT_TRUE(comma.IsUsable());
     const std::string_view sheet =
         "a = 1234567.5; point(1.25, -0.5); text: 1.5; hex: 2.5; percent: 0.25; ln(0);";
     using Environment = std::vector<std::pair<std::string, std::string>>;

@@ -343,6 +343,15 @@ TEST_F(LocusSweep, ThinsForTheScreenAndTheFineRow) {
     EXPECT_EQ(locusStore[0].droppedCount, 0);
 }
 
+// The first of two sentences found no memory, and "1+1" behind it went on.
+void ExpectOutOfMemory(const test::CompiledSheet& sheet) {
+    ASSERT_EQ(sheet.sentences.Count(), 2);
+    EXPECT_EQ(sheet.sentences[0].error,
+              "E008-14 sentence  1: function \"locus_xy\": has too many points for the memory.");
+    EXPECT_FALSE(sheet.sentences[0].root.evaluated);
+    EXPECT_EQ(test::RowsOf(sheet.sentences[1].root.result), (Rows{{2.0}}));
+}
+
 TEST_F(LocusSweep, EndsItsSentenceWhenMemoryRunsOut) {
     constexpr std::size_t refusedSize = 1000000;
     const auto compileWithLimit = [] {
@@ -350,11 +359,7 @@ TEST_F(LocusSweep, EndsItsSentenceWhenMemoryRunsOut) {
         return Compile("locus_xy(x,0,1,200000,x);1+1");
     };
     const test::CompiledSheet sheet = compileWithLimit();
-    ASSERT_EQ(sheet.sentences.Count(), 2);
-    EXPECT_EQ(sheet.sentences[0].error,
-              "E008-14 sentence  1: function \"locus_xy\": has too many points for the memory.");
-    EXPECT_FALSE(sheet.sentences[0].root.evaluated);
-    EXPECT_EQ(test::RowsOf(sheet.sentences[1].root.result), (Rows{{2.0}}));
+    ExpectOutOfMemory(sheet);
     ASSERT_EQ(locusStore.Count(), 1);
     EXPECT_GE(locusStore[0].points.size(), 1000u);
     EXPECT_LT(locusStore[0].points.size(), refusedSize / sizeof(LocusPoint));
@@ -367,11 +372,7 @@ TEST_F(LocusSweep, EndsItsSentenceWhenThereIsNoMemoryForACurve) {
         return Compile("series(i,1,1,1000000000,locus_xy(x,0,1,1,x));1+1");
     };
     const test::CompiledSheet sheet = compileWithLimit();
-    ASSERT_EQ(sheet.sentences.Count(), 2);
-    EXPECT_EQ(sheet.sentences[0].error,
-              "E008-14 sentence  1: function \"locus_xy\": has too many points for the memory.");
-    EXPECT_FALSE(sheet.sentences[0].root.evaluated);
-    EXPECT_EQ(test::RowsOf(sheet.sentences[1].root.result), (Rows{{2.0}}));
+    ExpectOutOfMemory(sheet);
     EXPECT_TRUE(locusStore.IsEmpty());
 }
 

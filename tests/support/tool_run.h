@@ -22,6 +22,7 @@ struct ToolRun {
     Error error = Error::captured;
     std::vector<std::pair<std::string, std::string>> environment = {};  // on top of the test's own
     std::string folder = {};                                            // to run in; empty: here
+    bool withoutRights = false;  // where the test is root's: as a user who owns nothing
     std::chrono::seconds timeOut{120};
 };
 
