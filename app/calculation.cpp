@@ -31,6 +31,9 @@ bool RunCalculation(std::string_view sheet, CalcParameters& parameters,
         return false;
     }
     parameters.progress = &displays.progress;
+    // A settings file may hold any row, and a word beyond what a double can hold would be given
+    // digits without end.
+    parameters.systemBitsIndex = std::clamp(parameters.systemBitsIndex, 0, lastWordBitsRow);
     parameters.SetWordLimits();
     parameters.floatPrecision = std::min(parameters.floatPrecision, largestFloatPrecision);
 

@@ -83,9 +83,9 @@ struct RunWatchers {
 
 // Calculates the sheet: shows the waiting text, empties the curves, compiles, and shows the report
 // with the run's error text behind it. The caller has set the options in `parameters`; the run
-// sets the word limits, limits the precision to 32 and borrows the progress display. A NUL ends
-// the sheet. An empty sheet, and one larger than `largestSheet`, gives a message, leaves everything
-// as it was and returns false.
+// takes the nearest system bits that there are, limits the precision to 32, sets the word limits
+// and borrows the progress display. A NUL ends the sheet. An empty sheet, and one larger than
+// `largestSheet`, gives a message, leaves everything as it was and returns false.
 bool RunCalculation(std::string_view sheet, CalcParameters& parameters,
                     const CalculationDisplays& displays, CalculationTexts& texts,
                     const RunWatchers& watchers = {});

@@ -15,10 +15,11 @@ public:
 
 inline constexpr int smallestWordBits = 2;
 inline constexpr int largestWordBits = 53;  // whole numbers up to here are exact in a double
+inline constexpr int lastWordBitsRow = largestWordBits - smallestWordBits;  // of the list of widths
 inline constexpr int largestFloatPrecision = 32;
 
-// The one record of options for the whole process. A run refreshes the word limits and the
-// precision; everything else is as the user's controls or the command line set it.
+// The one record of options for the whole process. A run limits the system bits and the precision
+// and sets the word limits; everything else is as the user's controls or the command line set it.
 struct CalcParameters {
     Progress* progress = nullptr;           // none: nobody watches
     double wordModulus = 4294967296.0;      // 2 to the power of the system bits
@@ -29,14 +30,15 @@ struct CalcParameters {
     bool positionLine = false;              // a ruler above the report
     bool formulaBreak = false;              // a blank line behind each formula
     bool breakText = true;                  // a blank line ahead of each text sentence
-    std::int32_t systemBitsIndex = 30;      // word bits - 2: 0 to 51
+    std::int32_t systemBitsIndex = 30;      // word bits - 2: 0 to 51 in a run
     bool showSign = true;                   // a '+' in front of what is not negative
     std::int32_t locusFine = 0;             // row of the Fine list: 0 (best) to 19
     bool blackOutput = false;               // result pane: black background
     std::int32_t calcHeightCommand = 0;     // split height of the main window
     bool alwaysOnTop = false;
 
-    // The word's width is never stored; it always follows from the list's row.
+    // The word's width is never stored; it always follows from the list's row. Before a run has
+    // limited the row, ask only where it is in its range.
     int SystemBits() const { return systemBitsIndex + smallestWordBits; }
     // Sets the four word limits from the system bits.
     void SetWordLimits();

@@ -1,7 +1,15 @@
 #include "storage/file_bytes.h"
 
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <limits>
 #include <memory>
 #include <system_error>
 
@@ -9,16 +17,33 @@ namespace orvane {
 
 namespace {
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
 std::string SystemReason(int error) { return std::generic_category().message(error); }
+
+// The three steps in which the systems differ: offsets beyond 2 GiB and the end of an open file.
+#ifdef _WIN32
+bool SeekTo(std::FILE* file, std::uint64_t offset, int origin) {
+    return _fseeki64(file, static_cast<long long>(offset), origin) == 0;
+}
+std::int64_t PositionIn(std::FILE* file) { return _ftelli64(file); }
+bool CutAt(std::FILE* file, std::uint64_t offset) {
+    return _chsize_s(_fileno(file), static_cast<long long>(offset)) == 0;
+}
+#else
+bool SeekTo(std::FILE* file, std::uint64_t offset, int origin) {
+    return fseeko(file, static_cast<off_t>(offset), origin) == 0;
+}
+std::int64_t PositionIn(std::FILE* file) { return ftello(file); }
+bool CutAt(std::FILE* file, std::uint64_t offset) {
+    return ftruncate(fileno(file), static_cast<off_t>(offset)) == 0;
+}
+#endif
+
+constexpr std::uint64_t largestOffset = std::numeric_limits<std::int64_t>::max();
 
 }  // namespace
 
 std::optional<std::string> ReadFile(const std::string& path, std::string& reason) {
-    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
+    const OwnedFile file(std::fopen(path.c_str(), "rb"));
     if (!file) {
         reason = SystemReason(errno);
         return std::nullopt;
@@ -46,7 +71,7 @@ std::optional<std::string> ReadStream(std::FILE* stream, std::string& reason) {
 }
 
 bool WriteFile(const std::string& path, const NextPiece& nextPiece, std::string& reason) {
-    std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "wb"));
+    OwnedFile file(std::fopen(path.c_str(), "wb"));
     bool written = file != nullptr;
     for (std::string piece; written && !(piece = nextPiece()).empty();) {
         written = std::fwrite(piece.data(), 1, piece.size(), file.get()) == piece.size();
@@ -55,6 +80,54 @@ bool WriteFile(const std::string& path, const NextPiece& nextPiece, std::string&
     if (written && std::fclose(file.release()) == 0) return true;
     reason = SystemReason(errno);
     return false;
+}
+
+std::optional<OpenedFile> OpenedFile::Open(const std::string& path, FileUse use) {
+    // Opening a folder, a pipe or a device may succeed, and could then hang a reader.
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+        return std::nullopt;
+    }
+    std::FILE* file = std::fopen(path.c_str(), use == FileUse::createAnew ? "w+b" : "r+b");
+    if (file == nullptr && use == FileUse::readWriteOrRead) file = std::fopen(path.c_str(), "rb");
+    if (file == nullptr) return std::nullopt;
+    std::setvbuf(file, nullptr, _IONBF, 0);
+    return OpenedFile(file);
+}
+
+std::optional<std::uint64_t> OpenedFile::Size() {
+    if (!SeekTo(file.get(), 0, SEEK_END)) return std::nullopt;
+    const std::int64_t size = PositionIn(file.get());
+    if (size < 0) return std::nullopt;
+    return static_cast<std::uint64_t>(size);
+}
+
+bool OpenedFile::Read(std::uint64_t offset, std::size_t count, std::string& bytes) {
+    bytes.clear();
+    const std::optional<std::uint64_t> size = Size();
+    if (!size) return false;
+    if (offset >= *size || count == 0) return true;
+    bytes.resize(std::min<std::uint64_t>(count, *size - offset));
+    if (!SeekTo(file.get(), offset, SEEK_SET)) {
+        bytes.clear();
+        return false;
+    }
+    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
+    const bool isRead = std::ferror(file.get()) == 0;
+    std::clearerr(file.get());
+    return isRead;
+}
+
+std::size_t OpenedFile::Write(std::uint64_t offset, std::string_view bytes) {
+    if (bytes.empty() || offset > largestOffset || !SeekTo(file.get(), offset, SEEK_SET)) return 0;
+    const std::size_t count = std::fwrite(bytes.data(), 1, bytes.size(), file.get());
+    std::clearerr(file.get());
+    return count;
+}
+
+bool OpenedFile::SetEnd(std::uint64_t offset) {
+    return offset <= largestOffset && CutAt(file.get(), offset);
 }
 
 bool MakeFolder(const std::string& path, std::string& reason) {

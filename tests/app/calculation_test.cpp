@@ -163,6 +163,37 @@ TEST(RunCalculation, SetsTheWordLimits) {
     }
 }
 
+// Rows that no list offers, but a settings file may hold: the nearest word that there is.
+TEST(RunCalculation, TakesTheNearestWordForARowOutsideTheList) {
+    const std::string widest = "0b0" + std::string(44, '0') + "11111111 \t\n";
+    const std::string narrowest = "0b11 \t(trim: 63 of +4)\n";
+    struct Row {
+        std::int32_t asked, used;
+        std::string result;
+    };
+    const Row rows[] = {
+        {-2147483647 - 1, 0, narrowest},
+        {-2147483647, 0, narrowest},
+        {-1, 0, narrowest},
+        {0, 0, narrowest},
+        {51, 51, widest},
+        {52, 51, widest},
+        {1022, 51, widest},
+        {2147483645, 51, widest},
+        {2147483647, 51, widest},
+    };
+    for (const auto& [asked, used, result] : rows) {
+        SCOPED_TRACE(asked);
+        Recorder recorder;
+        CalcParameters parameters;
+        parameters.systemBitsIndex = asked;
+        CalculationTexts texts;
+        RunCalculation("bin: 255", parameters, recorder.Displays(), texts);
+        EXPECT_EQ(parameters.systemBitsIndex, used);
+        EXPECT_EQ(texts.resultText, result);
+    }
+}
+
 TEST(RunCalculation, LimitsThePrecisionFromAbove) {
     struct Row {
         int asked, used;
@@ -176,6 +207,7 @@ TEST(RunCalculation, LimitsThePrecisionFromAbove) {
         {1, 1, "+0.1 \t\n"},
         {0, 0, "+ \t\n"},
         {-1, -1, "+0.1 \t\n"},
+        {-2147483647 - 1, -2147483647 - 1, "+0.1 \t\n"},
     };
     for (const auto& [asked, used, result] : rows) {
         SCOPED_TRACE(asked);

@@ -3,16 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <memory>
+#include <optional>
+#include <utility>
 #include <vector>
 
 namespace orvane {
 namespace {
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
 
 TEST(ReadFile, GivesTheReasonForAFileThatIsNotThere) {
     std::string reason;
@@ -29,7 +25,7 @@ TEST(ReadFile, GivesTheReasonForAFolder) {
 TEST(ReadStream, GivesEveryByteOfAFile) {
     std::string written;
     for (int at = 0; at < 200'000; ++at) written += static_cast<char>(at * 7);
-    const OpenFile file(std::tmpfile());
+    const OwnedFile file(std::tmpfile());
     ASSERT_TRUE(file);
     std::string reason;
     ASSERT_TRUE(WriteStream(file.get(), written, reason)) << reason;
@@ -38,7 +34,7 @@ TEST(ReadStream, GivesEveryByteOfAFile) {
 }
 
 TEST(ReadStream, GivesNoBytesOfAnEmptyFile) {
-    const OpenFile file(std::tmpfile());
+    const OwnedFile file(std::tmpfile());
     ASSERT_TRUE(file);
     std::string reason;
     EXPECT_EQ(ReadStream(file.get(), reason), "");
@@ -87,11 +83,93 @@ TEST(MakeFolder, TellsWhatIsInItsWay) {
 }
 
 TEST(WriteStream, TellsThatADeviceIsFull) {
-    const OpenFile full(std::fopen("/dev/full", "wb"));
+    const OwnedFile full(std::fopen("/dev/full", "wb"));
     ASSERT_TRUE(full);
     std::string reason;
     EXPECT_FALSE(WriteStream(full.get(), "text", reason));
     EXPECT_EQ(reason, "No space left on device");
+}
+
+// A file of a test, removed with it.
+class OpenedFileTest : public testing::Test {
+protected:
+    OpenedFileTest() { std::filesystem::remove(path); }
+    ~OpenedFileTest() override { std::filesystem::remove(path); }
+
+    OpenedFile Opened(FileUse use) {
+        std::optional<OpenedFile> file = OpenedFile::Open(path, use);
+        EXPECT_TRUE(file);
+        return std::move(*file);
+    }
+    std::string OnDisk() {
+        std::string reason;
+        return ReadFile(path, reason).value_or("unreadable: " + reason);
+    }
+
+    const std::string path =
+        (std::filesystem::temp_directory_path() /
+         ("orvane_opened_file_test_" +
+          std::string(testing::UnitTest::GetInstance()->current_test_info()->name())))
+            .string();
+};
+
+TEST_F(OpenedFileTest, IsMadeOnlyWhenAskedTo) {
+    EXPECT_FALSE(OpenedFile::Open(path, FileUse::readWrite));
+    EXPECT_FALSE(OpenedFile::Open(path, FileUse::readWriteOrRead));
+    EXPECT_FALSE(std::filesystem::exists(path));
+    Opened(FileUse::createAnew).Write(0, "text");
+    EXPECT_EQ(OnDisk(), "text");
+    Opened(FileUse::readWrite);
+    EXPECT_EQ(OnDisk(), "text");
+    Opened(FileUse::createAnew);
+    EXPECT_EQ(OnDisk(), "");
+}
+
+TEST_F(OpenedFileTest, WritesAndReadsAnywhere) {
+    OpenedFile file = Opened(FileUse::createAnew);
+    EXPECT_EQ(file.Write(0, "0123456789"), 10U);
+    EXPECT_EQ(file.Write(4, std::string("\0x", 2)), 2U);
+    EXPECT_EQ(OnDisk(), std::string("0123\0x6789", 10));
+    EXPECT_EQ(file.Size(), 10U);
+    std::string bytes = "old";
+    EXPECT_TRUE(file.Read(6, 100, bytes));
+    EXPECT_EQ(bytes, "6789");
+    EXPECT_TRUE(file.Read(2, 3, bytes));
+    EXPECT_EQ(bytes, std::string("23\0", 3));
+    EXPECT_TRUE(file.Read(10, 5, bytes));
+    EXPECT_EQ(bytes, "");
+    EXPECT_TRUE(file.Read(1000, 5, bytes));
+    EXPECT_EQ(bytes, "");
+}
+
+TEST_F(OpenedFileTest, IsCutAndExtended) {
+    OpenedFile file = Opened(FileUse::createAnew);
+    file.Write(0, "0123456789");
+    EXPECT_TRUE(file.SetEnd(3));
+    EXPECT_EQ(OnDisk(), "012");
+    EXPECT_TRUE(file.SetEnd(5));
+    EXPECT_EQ(OnDisk(), std::string("012\0\0", 5));
+    EXPECT_FALSE(file.SetEnd(~std::uint64_t{0}));
+    EXPECT_EQ(file.Write(~std::uint64_t{0}, "a"), 0U);
+}
+
+TEST_F(OpenedFileTest, SeesWhatAnotherProgramWroteMeanwhile) {
+    OpenedFile file = Opened(FileUse::createAnew);
+    file.Write(0, "first");
+    OpenedFile other = Opened(FileUse::readWrite);
+    other.Write(5, " second");
+    std::string bytes;
+    EXPECT_TRUE(file.Read(0, 100, bytes));
+    EXPECT_EQ(bytes, "first second");
+}
+
+TEST(OpenedFile, TakesOnlyPlainFiles) {
+    for (const char* path : {"/dev/full", "/dev/zero", "/", "/nonexistent/file"}) {
+        SCOPED_TRACE(path);
+        EXPECT_FALSE(OpenedFile::Open(path, FileUse::readWrite));
+        EXPECT_FALSE(OpenedFile::Open(path, FileUse::readWriteOrRead));
+        EXPECT_FALSE(OpenedFile::Open(path, FileUse::createAnew));
+    }
 }
 
 }  // namespace
