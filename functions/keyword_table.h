@@ -166,6 +166,8 @@ public:
     WidestTexts LongestNames() const;
     // The family's word in the completion list.
     static std::string_view GroupWord(const KeywordEntry& entry);
+    // What the editor colours as symbols.
+    static constexpr std::string_view symbolChars = "^><=,.+-*/%{[()]}|;:";
 
     std::span<const KeywordEntry* const> Sorted() const { return sorted; }
 
