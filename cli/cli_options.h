@@ -14,6 +14,7 @@ namespace orvane::cli {
 enum ExitStatus : int {
     exitFine = 0,
     exitSheetError = 1,  // the sheet was read, and something in it failed
+    exitRefused = 1,     // an archive or a sheet in one is not there, or a check refused a change
     exitUsage = 2,       // wrong usage, unreadable file, unwritable output, empty sheet
 };
 

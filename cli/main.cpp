@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cli/cli_options.h"
@@ -11,11 +12,24 @@ namespace orvane::cli {
 
 namespace {
 
+// The command that was asked for; where it has commands of its own, the one of those.
+std::vector<const CLI::App*> AskedCommands(const CLI::App& app) {
+    std::vector<const CLI::App*> commands = {&app};
+    while (!commands.back()->get_subcommands().empty()) {
+        commands.push_back(commands.back()->get_subcommands().front());
+    }
+    return commands;
+}
+
+bool HasCommands(const CLI::App& app) {
+    return !app.get_subcommands([](const CLI::App*) { return true; }).empty();
+}
+
 // Sends people to the help of the command that they asked for.
 int Refuse(const CLI::App& app, const std::string& reason) {
-    std::string command = "orvane-cli";
-    for (const CLI::App* parsed : app.get_subcommands()) command += " " + parsed->get_name();
-    PrintError(reason + "\nRun " + command + " --help to see what there is.");
+    std::string command;
+    for (const CLI::App* asked : AskedCommands(app)) command += asked->get_name() + " ";
+    PrintError(reason + "\nRun " + command + "--help to see what there is.");
     return exitUsage;
 }
 
@@ -36,7 +50,11 @@ std::string ReasonOf(const CLI::ParseError& error, const CLI::App& app,
     if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
         const std::string word = UnusedWord(app, reversedWords);
         if (word.starts_with('-') && word != "-") return "there is no option '" + word + "' here";
-        if (app.get_subcommands().empty()) return "'" + word + "' is no command";
+        const CLI::App& asked = *AskedCommands(app).back();
+        if (HasCommands(asked)) {
+            return "'" + word + "' is no command" +
+                   (&asked == &app ? "" : " of " + asked.get_name());
+        }
         return "'" + word + "' is one word too many";
     }
     if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) == nullptr) return reason;
@@ -53,19 +71,24 @@ std::string ReasonOf(const CLI::ParseError& error, const CLI::App& app,
     return reason;
 }
 
-// What stands behind the program's name, the last word first, as the parser wants it. To the
-// parser "++" is a mark of its own; here it can only be a file's name.
+// What stands behind the program's name, the last word first, as the parser wants it.
 std::vector<std::string> ReversedArguments(int count, char** words) {
     std::vector<std::string> arguments(words + std::min(count, 1), words + count);
     std::reverse(arguments.begin(), arguments.end());
-    std::replace(arguments.begin(), arguments.end(), std::string("++"), std::string("./++"));
+    std::transform(arguments.begin(), arguments.end(), arguments.begin(), WordForParser);
     return arguments;
 }
 
+// What is missing where a command ends too soon.
+std::string MissingCommand(const CLI::App& app) {
+    const CLI::App& asked = *AskedCommands(app).back();
+    if (&asked != &app) return asked.get_name() + " needs one of its commands behind it";
+    return "a command is needed in front of everything else";
+}
+
 constexpr const char* statusText =
-    "Exit status: 0 fine, 1 the sheet has an error, 2 wrong usage, an unreadable or empty sheet "
-    "or\n"
-    "an output that can't be written.";
+    "Exit status: 0 fine, 1 the sheet has an error or the archive refuses, 2 wrong usage, an\n"
+    "unreadable file, an empty sheet or an output that can't be written.";
 
 int Run(int count, char** words) {
     CLI::App app("Calculates sheets of formulas.", "orvane-cli");
@@ -81,6 +104,7 @@ int Run(int count, char** words) {
     AddTreeCommand(app, action);
     AddCurvesCommand(app, action);
     AddKeywordsCommand(app, action);
+    AddArchiveCommand(app, action);
 
     const std::vector<std::string> arguments = ReversedArguments(count, words);
     try {
@@ -93,10 +117,24 @@ int Run(int count, char** words) {
     } catch (const CLI::ParseError& error) {
         return Refuse(app, ReasonOf(error, app, arguments));
     }
-    return action ? action() : Refuse(app, "a command is needed in front of everything else");
+    return action ? action() : Refuse(app, MissingCommand(app));
+}
+
+// Whether this is "++" with any number of "./" in front.
+bool LooksLikeMark(std::string_view word) {
+    while (word.starts_with("./")) word.remove_prefix(2);
+    return word == "++";
 }
 
 }  // namespace
+
+std::string WordForParser(const std::string& word) {
+    return LooksLikeMark(word) ? "./" + word : word;
+}
+
+std::string NameFromWord(const std::string& word) {
+    return LooksLikeMark(word) ? word.substr(2) : word;
+}
 
 }  // namespace orvane::cli
 

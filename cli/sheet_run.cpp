@@ -60,7 +60,9 @@ public:
     void ShowTexts(const ColouredText&, const ColouredText&) override {}
 };
 
-std::optional<std::string> ReadSheet(const std::string& file) {
+}  // namespace
+
+std::optional<std::string> ReadInput(const std::string& file) {
     if (file == "-" && isatty(STDIN_FILENO) != 0) {
         PrintError("reading the sheet from the terminal; Ctrl+D on a line of its own ends it");
     }
@@ -74,12 +76,12 @@ std::optional<std::string> ReadSheet(const std::string& file) {
     return sheet;
 }
 
-}  // namespace
-
 int RunSheet(const RunOptions& options, const RunWatchers& watchers) {
-    const std::optional<std::string> sheet = ReadSheet(options.file);
-    if (!sheet) return exitUsage;
+    const std::optional<std::string> sheet = ReadInput(options.file);
+    return sheet ? RunSheetText(*sheet, options, watchers) : exitUsage;
+}
 
+int RunSheetText(const std::string& sheet, const RunOptions& options, const RunWatchers& watchers) {
     int status = exitUsage;
     RunWatchers watching = watchers;
     watching.finished = [&](const FinishedRun& run) {
@@ -93,7 +95,7 @@ int RunSheet(const RunOptions& options, const RunWatchers& watchers) {
     TerminalProgress progress;
     NoPane pane;
     CalculationTexts texts;
-    RunCalculation(*sheet, calcParameters, {message, progress, pane}, texts, watching);
+    RunCalculation(sheet, calcParameters, {message, progress, pane}, texts, watching);
     return status;
 }
 

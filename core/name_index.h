@@ -35,7 +35,7 @@ private:
     static std::size_t HashOf(std::string_view name);
     std::size_t FindSlot(std::string_view name, std::size_t hash, const NameOf& nameOf) const;
 
-    std::vector<Slot> slots;         // open addressing, a power of two, at most half full
+    std::vector<Slot> cells;         // open addressing, a power of two, at most half full
     std::vector<std::int32_t> next;  // empty as long as no name stands twice
 };
 

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "storage/archive.h"
+#include "storage/stored_text.h"
+
+// Archives as the commands find them. Where something is not there, a message goes to the standard
+// error and `status` becomes the exit status.
+
+namespace orvane::cli {
+
+// Reads the whole archive, not open for writing. False where there is none or it can't be read.
+bool ReadArchive(const std::string& path, TextBuffer& archive, int& status);
+
+// The stored bytes of the name of a sheet that is there.
+std::optional<std::string> FindName(const TextBuffer& archive, const std::string& path,
+                                    std::string_view given, ExchangeForm form, int& status);
+
+// A sheet's text as it is stored.
+std::optional<std::string> ReadStoredSheet(const std::string& path, std::string_view name,
+                                           ExchangeForm form, int& status);
+
+// Whether an archive may be as long as this.
+bool FitsArchive(const std::string& path, std::size_t length, int& status);
+
+// Writes the archive back in place; false where it can't be.
+bool WriteArchive(const std::string& path, TextBuffer archive, int& status);
+
+// The same for an archive that is not there yet.
+bool MakeArchive(const std::string& path, TextBuffer archive, int& status);
+
+}  // namespace orvane::cli
