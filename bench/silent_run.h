@@ -7,7 +7,7 @@
 namespace orvane::bench {
 
 // A whole run that nobody watches, as the command-line tool makes it.
-inline std::string RunSilently(std::string_view sheet) {
+inline std::string RunSilently(std::string_view sheet, CalcParameters parameters = {}) {
     class Silent : public MessageDisplay, public ProgressDisplay, public ResultDisplay {
         void ShowMessage(std::string_view, std::string_view) override {}
         void Step() override {}
@@ -16,7 +16,6 @@ inline std::string RunSilently(std::string_view sheet) {
         void ShowTexts(const ColouredText&, const ColouredText&) override {}
     };
     Silent silent;
-    CalcParameters parameters;
     CalculationTexts texts;
     RunCalculation(sheet, parameters, {silent, silent, silent}, texts);
     return texts.resultText;

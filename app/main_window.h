@@ -1,0 +1,101 @@
+#pragma once
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QWidget>
+#include <memory>
+#include <string>
+
+#include "app/calculation.h"
+#include "app/current_sheet.h"
+#include "app/main_layout.h"
+#include "app/main_menus.h"
+#include "app/main_painting.h"
+#include "app/option_column.h"
+#include "app/result_pane.h"
+#include "app/sheet_commands.h"
+#include "editor/formula_editor.h"
+#include "windows/file_dialogs.h"
+#include "windows/message_box.h"
+
+namespace orvane {
+
+// The whole program: the formula editor on top, the report below, the options at the right, and a
+// menu strip and five buttons that it paints and tracks itself.
+class MainWindow : public QWidget,
+                   private MessageDisplay,
+                   private ProgressDisplay,
+                   private SheetEditor,
+                   private TitleDisplay {
+    Q_OBJECT
+
+public:
+    // `programFolder` holds `Setting` and `Bitmaps`. Reads the settings, reopens the last sheet and
+    // is ready to be shown by Open.
+    explicit MainWindow(std::string programFolder);
+    ~MainWindow() override;
+
+    // Shows the window where it stood, or maximised at a first start.
+    void Open();
+
+    // What a press on a button or the choice of a menu item does.
+    void RunButton(MainButton button);
+    void RunCommand(int command);
+
+    FormulaEditor& Editor() { return editor; }
+    ResultPane& Result() { return resultPane; }
+    MainMenus& Menus() { return menus; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    // What the calculation and the commands on the sheet ask of the window.
+    void ShowMessage(std::string_view message, std::string_view caption) override;
+    void Show() override;
+    void Step() override;
+    void Hide() override;
+    std::string GetText() const override;
+    void SetText(std::string_view text) override;
+    void SetTitle(std::string_view title) override;
+
+    void LoadSettings();
+    void SaveSettings();
+    void LayOut();
+    void HoverLabel(std::optional<int> label);
+    void OpenPopup(int label);
+    void Calculate();
+    void ToggleBlackOutput();
+    void ToggleAlwaysOnTop();
+    void ShowOnTop();
+    void SetHeight(int command);
+
+    std::string folder;
+    CurrentSheet sheet;
+    CalculationTexts texts;
+    ButtonImages images;
+    MainMenus menus;
+    MenuStrip strip;
+    ButtonTracker buttons;
+    MainLayout layout;
+
+    QLabel calculationLabel;
+    QLabel resultLabel;
+    FormulaEditor editor;
+    ResultPane resultPane;
+    QProgressBar progressBar;
+    OptionColumn options;
+    MessageBox messageBox;
+    FileDialogs fileDialogs;
+    SheetCommands commands;
+    bool startsMaximised = false;
+};
+
+}  // namespace orvane

@@ -1,0 +1,32 @@
+#include "tests/screens/main_window_fixture.h"
+
+#include <QTest>
+
+#include "storage/file_bytes.h"
+
+namespace orvane {
+
+MainWindow& MainWindowTest::Start() {
+    window = std::make_unique<MainWindow>(folder.path().toStdString());
+    window->Open();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    return *window;
+}
+
+std::string MainWindowTest::Path(const std::string& name) const {
+    return folder.path().toStdString() + "/" + name;
+}
+
+void MainWindowTest::Write(const std::string& name, const std::string& bytes) {
+    std::string rest = bytes;
+    std::string reason;
+    const auto nextPiece = [&rest] { return std::exchange(rest, std::string()); };
+    ASSERT_TRUE(WriteFile(Path(name), nextPiece, reason)) << reason;
+}
+
+std::string MainWindowTest::Read(const std::string& name) const {
+    std::string reason;
+    return ReadFile(Path(name), reason).value_or("unreadable: " + reason);
+}
+
+}  // namespace orvane

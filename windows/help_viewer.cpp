@@ -1,0 +1,7 @@
+#include "windows/help_viewer.h"
+
+namespace orvane {
+
+void ShowHelpTopic(QWidget*, const QString&) {}
+
+}  // namespace orvane
