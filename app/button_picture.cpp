@@ -63,7 +63,9 @@ std::optional<ButtonPicture> ReadButtonPicture(std::string_view fileBytes) {
     std::uint64_t bytes = picture.imageBytes;
     if (bytes == 0 && picture.compression != uncompressed) return std::nullopt;
     const std::uint64_t needed = UncompressedBytes(picture);
-    if (picture.compression == uncompressed && bytes < needed) bytes = needed;
+    // Kept: what the file states of uncompressed rows is not looked at; some writers count more
+    // bytes than there are.
+    if (picture.compression == uncompressed) bytes = needed;
     if (blockHeaderBytes + std::uint64_t{picture.colourCount} * 4 + bytes > block.size()) {
         return std::nullopt;
     }

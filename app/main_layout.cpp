@@ -27,14 +27,21 @@ constexpr EdgeRect Placed(int left, int top, int width, int height) {
 
 constexpr int menuLabelWidths[menuLabelCount] = {50, 40, 55, 60, 40};
 
+const HeightRow* FindHeight(std::int32_t command) {
+    for (const HeightRow& row : heightRows) {
+        if (row.command == command) return &row;
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 int HeightEighths(std::int32_t calcHeightCommand) {
-    for (const HeightRow& row : heightRows) {
-        if (row.command == calcHeightCommand) return row.eighths;
-    }
-    return 4;
+    const HeightRow* row = FindHeight(calcHeightCommand);
+    return row == nullptr ? 4 : row->eighths;
 }
+
+bool IsHeightCommand(std::int32_t command) { return FindHeight(command) != nullptr; }
 
 MainLayout LayOutMainWindow(int clientWidth, int clientHeight, std::int32_t calcHeightCommand) {
     const int left = 12;

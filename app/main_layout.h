@@ -34,6 +34,7 @@ inline constexpr std::array<const char*, mainButtonCount> mainButtonTexts = {
 
 // A height command that is none of the seven splits in the middle.
 int HeightEighths(std::int32_t calcHeightCommand);
+bool IsHeightCommand(std::int32_t command);
 
 struct MainLayout {
     EdgeRect calculationLabel;
@@ -102,8 +103,6 @@ public:
     std::optional<MainButton> Pressed() const { return pressed; }
     // The button to run, if any; none is held down afterwards.
     std::optional<MainButton> Release(const Rects& rects, int x, int y);
-    // The mouse was taken away.
-    void Cancel() { pressed.reset(); }
 
 private:
     std::optional<MainButton> pressed;

@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-struct QPoint;
+class QPoint;
 
 namespace orvane {
 

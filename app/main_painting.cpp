@@ -13,8 +13,8 @@ namespace orvane {
 
 namespace {
 
-constexpr QColor lightGrey(255, 255, 255);
-constexpr QColor darkGrey(128, 128, 128);
+constexpr QColor light(255, 255, 255);
+constexpr QColor dark(128, 128, 128);
 
 // The toolkit reads whole files, so the picture gets a file header again.
 QImage ImageFrom(const ButtonPicture& picture) {
@@ -42,10 +42,10 @@ QImage LoadImage(const std::string& path) {
 
 void PaintPlainButton(QPainter& painter, const QRect& rect, bool isDown) {
     painter.fillRect(rect, isDown ? windowColour.darker(108) : windowColour.lighter(106));
-    painter.setPen(isDown ? darkGrey : lightGrey);
+    painter.setPen(isDown ? dark : light);
     painter.drawLine(rect.topLeft(), rect.topRight());
     painter.drawLine(rect.topLeft(), rect.bottomLeft());
-    painter.setPen(isDown ? lightGrey : darkGrey);
+    painter.setPen(isDown ? light : dark);
     painter.drawLine(rect.bottomLeft(), rect.bottomRight());
     painter.drawLine(rect.topRight(), rect.bottomRight());
 }
@@ -72,7 +72,7 @@ void PaintGrooves(QPainter& painter, const MainLayout& layout) {
     if (layout.grooveRight < layout.grooveLeft) return;
     for (const int top : {layout.editorGrooveTop, layout.resultGrooveTop}) {
         for (const GrooveLine& line : grooveLines) {
-            painter.setPen(line.isLight ? lightGrey : darkGrey);
+            painter.setPen(line.isLight ? light : dark);
             const int y = top + line.offset;
             painter.drawLine(layout.grooveLeft, y, layout.grooveRight, y);
         }

@@ -1,8 +1,7 @@
 #include "app/main_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QGuiApplication>
-#include <QIcon>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
@@ -57,6 +56,10 @@ MainWindow::MainWindow(std::string programFolder)
     connect(&editor, &FormulaEditor::HelpWanted, this,
             [this](const QString& topic) { ShowHelpTopic(this, topic); });
 
+    for (QWidget* control : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        control->installEventFilter(this);
+    }
+
     PrepareArchives(sheet, folder);
     resize(firstSize);
     LoadSettings();
@@ -107,7 +110,8 @@ void MainWindow::SaveSettings() {
     SaveColours(settings, editor.Colours());
     options.Read(calcParameters);
     SaveOptions(settings, calcParameters, sheet.archiveKind, sheet.sheetName);
-    settings.SetPlacement(mainSection, mainWindowPlacementKey, PlacementOf(*this));
+    settings.SetPlacement(mainSection, mainWindowPlacementKey,
+                          lastPlacement ? *lastPlacement : PlacementOf(*this));
 }
 
 void MainWindow::LayOut() {
@@ -145,7 +149,18 @@ void MainWindow::mouseMoveEvent(QMouseEvent* event) {
     HoverLabel(strip.LabelAt(event->pos().x(), event->pos().y()));
 }
 
-void MainWindow::leaveEvent(QEvent*) { HoverLabel(std::nullopt); }
+// A popup takes the mouse, and its label stays hovered as long as it is open.
+void MainWindow::leaveEvent(QEvent*) {
+    if (QApplication::activePopupWidget() == nullptr) HoverLabel(std::nullopt);
+}
+
+// A quick mouse goes from a label straight to a control, which the window is not told as leaving.
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Enter && QApplication::activePopupWidget() == nullptr) {
+        HoverLabel(std::nullopt);
+    }
+    return QWidget::eventFilter(watched, event);
+}
 
 void MainWindow::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) return;
@@ -219,7 +234,8 @@ void MainWindow::RunCommand(int command) {
         case about:
             return ShowAbout(*this);
         default:
-            return SetHeight(command);
+            if (IsHeightCommand(command)) SetHeight(command);
+            return;
     }
 }
 
@@ -257,7 +273,12 @@ void MainWindow::Calculate() {
     RunCalculation(editor.GetText(), calcParameters, {*this, *this, resultPane}, texts);
 }
 
-void MainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(commands.CloseRequest()); }
+void MainWindow::closeEvent(QCloseEvent* event) {
+    event->setAccepted(commands.CloseRequest());
+    if (!event->isAccepted()) return;
+    lastPlacement = PlacementOf(*this);
+    emit Closed();
+}
 
 void MainWindow::ShowMessage(std::string_view message, std::string_view) {
     messageBox.ShowMessage(message);

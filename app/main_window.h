@@ -3,7 +3,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QWidget>
-#include <memory>
+#include <optional>
 #include <string>
 
 #include "app/calculation.h"
@@ -15,6 +15,7 @@
 #include "app/result_pane.h"
 #include "app/sheet_commands.h"
 #include "editor/formula_editor.h"
+#include "storage/settings_file.h"
 #include "windows/file_dialogs.h"
 #include "windows/message_box.h"
 
@@ -45,8 +46,14 @@ public:
     FormulaEditor& Editor() { return editor; }
     ResultPane& Result() { return resultPane; }
     MainMenus& Menus() { return menus; }
+    const MenuStrip& Strip() const { return strip; }
+
+signals:
+    // The user closed the window, and with it the program.
+    void Closed();
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -96,6 +103,8 @@ private:
     FileDialogs fileDialogs;
     SheetCommands commands;
     bool startsMaximised = false;
+    // Where the window stood when it was closed: a hidden one no longer tells.
+    std::optional<WindowPlacement> lastPlacement;
 };
 
 }  // namespace orvane

@@ -15,8 +15,8 @@ namespace orvane {
 
 namespace {
 
-// The list shows every row; it drops down over the rest of the column.
-constexpr int visibleRows = 14;
+// As many rows as fit the height of the dropped-down list.
+constexpr int visibleRows = 16;
 constexpr int closedListHeight = 20;
 
 }  // namespace

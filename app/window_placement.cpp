@@ -15,7 +15,7 @@ constexpr std::uint32_t shownMinimised = 2;
 constexpr std::uint32_t shownMaximised = 3;
 constexpr std::uint32_t restoreToMaximised = 2;
 
-constexpr int smallestSide = 100;
+constexpr int smallestSide = 1;
 constexpr int largestSide = 32000;
 
 // The nearest place at which the whole window, or as much as fits, is on a screen.

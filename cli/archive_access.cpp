@@ -23,12 +23,11 @@ std::nullopt_t Fail(const std::string& message, int failure, int& status) {
 
 std::string Quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
 
-bool StoreIn(ArchiveFile& file, const std::string& path, TextBuffer archive, int& status) {
-    file.buffer = std::move(archive);
-    const bool isWritten = file.WriteBack();
-    file.Close();  // or it would be written once more
-    if (!isWritten) Fail("the archive " + Quoted(path) + " can't be written", exitUsage, status);
-    return isWritten;
+// Tells what a failed write has left of the archive.
+bool FailToWrite(const std::string& path, std::string_view left, int& status) {
+    Fail("the archive " + Quoted(path) + " can't be written; " + std::string(left), exitUsage,
+         status);
+    return false;
 }
 
 }  // namespace
@@ -76,16 +75,43 @@ bool FitsArchive(const std::string& path, std::size_t length, int& status) {
 
 bool WriteArchive(const std::string& path, TextBuffer archive, int& status) {
     ArchiveFile file;
-    if (file.Load(path)) return StoreIn(file, path, std::move(archive), status);
-    Fail("the archive " + Quoted(path) + " can't be opened", exitUsage, status);
-    return false;
+    if (!file.Load(path)) {
+        Fail("the archive " + Quoted(path) + " can't be opened", exitUsage, status);
+        return false;
+    }
+    const std::string before(file.buffer.View());
+    file.buffer = std::move(archive);
+    bool isWritten = file.WriteBack();
+    if (!isWritten) {
+        // The old bytes have their place on the disk still, also where it is full.
+        file.buffer.Assign(before);
+        file.WriteBack();
+    }
+    file.Close();  // or it would be written once more
+    if (isWritten) return true;
+    std::string reason;
+    return FailToWrite(path,
+                       ReadFile(path, reason) == before
+                           ? "it is as it was"
+                           : "what is in it now may be partly new and partly old",
+                       status);
 }
 
 bool MakeArchive(const std::string& path, TextBuffer archive, int& status) {
     ArchiveFile file;
-    if (file.Create(path)) return StoreIn(file, path, std::move(archive), status);
-    Fail("the archive " + Quoted(path) + " can't be made", exitUsage, status);
-    return false;
+    if (!file.Create(path)) {
+        Fail("the archive " + Quoted(path) + " can't be made", exitUsage, status);
+        return false;
+    }
+    file.buffer = std::move(archive);
+    const bool isWritten = file.WriteBack();
+    file.Close();  // or it would be written once more
+    if (isWritten) return true;
+    // Half an archive would be taken for a whole one the next time.
+    std::error_code error;
+    const std::filesystem::path made = std::filesystem::canonical(path, error);
+    const bool isGone = !error && std::filesystem::remove(made, error);
+    return FailToWrite(path, isGone ? "there is none now" : "what is in it now is not all", status);
 }
 
 }  // namespace orvane::cli

@@ -26,10 +26,11 @@ std::optional<std::string> ReadStoredSheet(const std::string& path, std::string_
 // Whether an archive may be as long as this.
 bool FitsArchive(const std::string& path, std::size_t length, int& status);
 
-// Writes the archive back in place; false where it can't be.
+// Writes the archive back in place; false where it can't be. A write that fails halfway is taken
+// back as far as the disk lets it.
 bool WriteArchive(const std::string& path, TextBuffer archive, int& status);
 
-// The same for an archive that is not there yet.
+// Makes an archive that is not there yet; where it can't be written whole, there is none again.
 bool MakeArchive(const std::string& path, TextBuffer archive, int& status);
 
 }  // namespace orvane::cli

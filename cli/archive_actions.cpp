@@ -78,6 +78,17 @@ int RefuseSecond(const ArchiveOptions& options, const std::string& name) {
     return Refuse("there is a sheet '" + name + "' in '" + *options.archive + "' already");
 }
 
+// Nor against this: where another name ends with this one, searches find that one.
+bool IsHidden(const ArchiveOptions& options, const ArchiveParts& parts,
+              const std::vector<ArchiveParts::Sheet>& wanted) {
+    const std::optional<HiddenSheet> hidden = FindHidden(parts, wanted);
+    if (!hidden) return false;
+    PrintError("a sheet '" + ShownBytes(hidden->name, options.Form()) + "' in '" +
+               *options.archive + "' would not be found behind the sheet '" +
+               ShownBytes(hidden->behind, options.Form()) + "'; rename that one first");
+    return true;
+}
+
 // Moves the sheet unless it is the one at that end of the list.
 int MoveSheet(const ArchiveOptions& options, bool up,
               bool (*move)(TextBuffer& archive, std::string_view name)) {
@@ -121,6 +132,7 @@ int MergeFolder(const ArchiveOptions& options, const ArchiveParts& parts) {
     int status = EditArchive(options, [&](TextBuffer& archive) {
         ArchiveParts merged = CutArchive(archive.View());
         count = MergeSheets(merged, parts.sheets);
+        if (IsHidden(options, merged, parts.sheets)) return static_cast<int>(exitRefused);
         const std::string bytes = JoinArchive(merged);
         int fits = exitFine;
         if (FitsArchive(*options.archive, bytes.size(), fits)) archive.Assign(bytes);
@@ -166,6 +178,7 @@ int AddSheet(const ArchiveOptions& options) {
         // Behind a NUL, or a name mark without its text, the sheet would not be found.
         ArchiveParts parts = CutArchive(archive.View());
         parts.sheets.push_back({name, *text});
+        if (IsHidden(options, parts, {parts.sheets.back()})) return static_cast<int>(exitRefused);
         archive.Assign(JoinArchive(parts));
         return fits;
     });
@@ -191,8 +204,10 @@ int RenameStoredSheet(const ArchiveOptions& options) {
         if (HasSheet(archive, newName)) return RefuseSecond(options, *options.newName);
         int fits = exitFine;
         const std::size_t length = archive.View().size() - name.size() + newName.size();
-        if (FitsArchive(*options.archive, length, fits)) RenameSheet(archive, name, newName);
-        return fits;
+        if (!FitsArchive(*options.archive, length, fits)) return fits;
+        RenameSheet(archive, name, newName);
+        const bool isHidden = IsHidden(options, CutArchive(archive.View()), {{newName, {}}});
+        return static_cast<int>(isHidden ? exitRefused : exitFine);
     });
 }
 

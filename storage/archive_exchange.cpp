@@ -61,25 +61,69 @@ bool WriteWhole(const std::string& path, std::string bytes, std::string& reason)
     return false;
 }
 
-bool Exists(const std::string& path) {
+// Written beside its place and then moved, so that there is never half an index.
+bool WriteIndex(const std::string& folder, const ArchiveIndex& index, std::string& reason) {
+    const std::string path = IndexPath(folder);
+    const std::string beside = path + ".new";
     std::error_code error;
-    return std::filesystem::exists(std::filesystem::symlink_status(path, error));
+    bool isWritten = WriteWhole(beside, IndexText(index), reason);
+    if (isWritten) {
+        std::filesystem::rename(beside, path, error);
+        isWritten = !error;
+        if (error) reason = "'" + path + "' can't be written: " + error.message();
+    }
+    if (!isWritten) std::filesystem::remove(beside, error);
+    return isWritten;
+}
+
+// What stands at a place itself, without following a link.
+std::filesystem::file_type TypeAt(const std::string& path) {
+    std::error_code error;
+    return std::filesystem::symlink_status(path, error).type();
+}
+
+// A link would lead out of the folder, and writing to a pipe might never end.
+bool IsFreeOrPlain(const std::string& path, std::string& reason) {
+    const std::filesystem::file_type type = TypeAt(path);
+    if (type == std::filesystem::file_type::not_found ||
+        type == std::filesystem::file_type::regular) {
+        return true;
+    }
+    reason = "'" + path + "' is no plain file";
+    return false;
+}
+
+// The files, in small letters, that the folder's index names; none where it has no index. Nothing,
+// with the reason, where there is something else in the index's place.
+std::optional<std::set<std::string>> FilesInIndex(const std::string& folder, std::string& reason) {
+    const std::string path = IndexPath(folder);
+    std::set<std::string> files;
+    if (!IsFreeOrPlain(path, reason)) return std::nullopt;
+    if (TypeAt(path) == std::filesystem::file_type::not_found) return files;
+    std::string why;
+    const std::optional<std::string> text = ReadFile(path, why);
+    const std::optional<ArchiveIndex> index = text ? ReadIndex(*text, why) : std::nullopt;
+    if (!index) {
+        reason = "'" + path + "' is there already and is no index of an archive";
+        return std::nullopt;
+    }
+    for (const ArchiveIndex::Entry& entry : index->sheets) files.insert(SmallLetters(entry.file));
+    return files;
 }
 
 // Whether nothing that belongs to somebody else would be written over.
 bool MayWrite(const std::string& folder, const ArchiveIndex& index, std::string& reason) {
-    const std::string indexPath = IndexPath(folder);
-    if (Exists(indexPath)) {
-        std::string unreadable;
-        const std::optional<std::string> text = ReadFile(indexPath, unreadable);
-        if (text && ReadIndex(*text, unreadable)) return true;
-        reason = "'" + indexPath + "' is there already and is no index of an archive";
-        return false;
-    }
+    const std::optional<std::set<std::string>> ours = FilesInIndex(folder, reason);
+    if (!ours || !IsFreeOrPlain(IndexPath(folder) + ".new", reason)) return false;
     for (const ArchiveIndex::Entry& entry : index.sheets) {
-        if (!Exists(folder + "/" + entry.file)) continue;
-        reason = "'" + folder + "/" + entry.file + "' is there already, in a folder without an " +
-                 std::string(archiveIndexFile);
+        const std::string path = folder + "/" + entry.file;
+        if (!IsFreeOrPlain(path, reason)) return false;
+        if (ours->contains(SmallLetters(entry.file)) ||
+            TypeAt(path) == std::filesystem::file_type::not_found) {
+            continue;
+        }
+        reason = "'" + path + "' is there already, and no " + std::string(archiveIndexFile) +
+                 " names it";
         return false;
     }
     return true;
@@ -195,7 +239,7 @@ bool ExportArchive(const ArchiveParts& parts, const std::string& folder, Exchang
     }
     if (!MayWrite(folder, index, reason)) return false;
     // The index goes first: with it a folder whose writing failed can be written again.
-    if (!WriteWhole(IndexPath(folder), IndexText(index), reason)) return false;
+    if (!WriteIndex(folder, index, reason)) return false;
     for (std::size_t at = 0; at < parts.sheets.size(); ++at) {
         const std::string path = folder + "/" + index.sheets[at].file;
         if (!WriteWhole(path, ShownBytes(parts.sheets[at].text, form), reason)) return false;

@@ -27,8 +27,8 @@ private:
     std::map<std::string, int> uses;  // how often a name was asked for, in small letters
 };
 
-// Writes the folder, making it where it is missing. False with the reason. A folder that holds an
-// archive already is written over; in any other no file that is there is touched.
+// Writes the folder, making it where it is missing. False with the reason. Files that an index in
+// the folder names are written over; all others that are there stay, and so do links.
 bool ExportArchive(const ArchiveParts& parts, const std::string& folder, ExchangeForm form,
                    std::string& reason);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <set>
 
 namespace orvane {
 
@@ -57,6 +58,27 @@ MergeCount MergeSheets(ArchiveParts& into, const std::vector<Sheet>& from) {
         ++(isNew ? count.added : count.replaced);
     }
     return count;
+}
+
+std::optional<HiddenSheet> FindHidden(const ArchiveParts& archive,
+                                      const std::vector<Sheet>& wanted) {
+    std::set<std::string_view> open;  // the names that are still looked for
+    std::set<std::size_t> lengths;    // of a million name marks in a row only few are compared
+    for (const Sheet& sheet : wanted) {
+        open.insert(sheet.name);
+        lengths.insert(sheet.name.size());
+    }
+    for (const Sheet& sheet : archive.sheets) {
+        const std::string_view name = sheet.name;
+        open.erase(name);
+        for (std::size_t mark = name.find(nameMark); mark != name.npos;
+             mark = name.find(nameMark, mark + 1)) {
+            const std::string_view tail = name.substr(mark + 1);
+            if (!lengths.contains(tail.size()) || !open.contains(tail)) continue;
+            return HiddenSheet{std::string(tail), sheet.name};
+        }
+    }
+    return std::nullopt;
 }
 
 }  // namespace orvane

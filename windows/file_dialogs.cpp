@@ -104,6 +104,7 @@ public:
         }
         model.Start();
         Refresh();
+        nameBox.setFocus();
     }
 
     FileDialogModel model;
@@ -173,6 +174,7 @@ public:
         list.onDoubleClick = [this](bool) { Finish(model.DoubleClick()); };
         model.Start();
         Refresh();
+        list.setFocus();
     }
 
     SamplesDialogModel model;

@@ -1,11 +1,13 @@
 #include "windows/look.h"
 
+#include <qdrawutil.h>
 #include <QApplication>
 #include <QFontDatabase>
 #include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleFactory>
+#include <QStyleOption>
 
 // The pictures stand in a library of which the linker leaves out what nobody names. The macro
 // declares a function and must stand outside every namespace.
@@ -17,6 +19,28 @@ namespace {
 
 constexpr int interfacePixels = 11;
 constexpr int fixedPixels = 13;
+
+// How far a group box's title stands from its left edge, and from its frame at both ends.
+constexpr int groupTitleLeft = 9;
+constexpr int groupTitleGap = 2;
+
+// The frame of a group box runs through the middle of its title: what the box holds was placed for
+// a frame as high as that.
+void PaintGroupBox(const QStyleOptionGroupBox& box, QPainter& painter) {
+    const int titleHeight = box.fontMetrics.height();
+    const QRect title(box.rect.left() + groupTitleLeft, box.rect.top(),
+                      box.fontMetrics.horizontalAdvance(box.text), titleHeight);
+    painter.save();
+    if (!box.text.isEmpty()) {
+        const QRegion gap(title.adjusted(-groupTitleGap, 0, groupTitleGap, 0));
+        painter.setClipRegion(QRegion(box.rect) - gap);
+    }
+    qDrawShadeRect(&painter, box.rect.adjusted(0, titleHeight / 2, 0, 0), box.palette, true);
+    painter.setClipping(false);
+    painter.setPen(box.palette.color(QPalette::WindowText));
+    painter.drawText(title, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, box.text);
+    painter.restore();
+}
 
 // The platform-independent style with smaller check boxes: their texts stand in rectangles that
 // were measured for them.
@@ -39,11 +63,25 @@ public:
         }
     }
 
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                            QPainter* painter, const QWidget* widget) const override {
+        const auto* box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+        if (control == CC_GroupBox && box != nullptr &&
+            !box->subControls.testFlag(SC_GroupBoxCheckBox)) {
+            PaintGroupBox(*box, *painter);
+        } else {
+            QProxyStyle::drawComplexControl(control, option, painter, widget);
+        }
+    }
+
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* returnData) const override {
         // Buttons show words alone under every desktop, and menus stay where they are put.
         if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
         if (hint == SH_EtchDisabledText) return 0;
+        // A list drops down below its box, as many rows as it was made for, and covers nothing
+        // else.
+        if (hint == SH_ComboBox_Popup) return 0;
         return QProxyStyle::styleHint(hint, option, widget, returnData);
     }
 };
@@ -74,9 +112,14 @@ QPalette WindowPalette() {
 
 }  // namespace
 
+void PrepareLook() {
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QApplication::setDesktopSettingsAware(false);
+}
+
 void ApplyLook(QApplication& application) {
     InitResources();
-    QApplication::setDesktopSettingsAware(false);
     QApplication::setStyle(new SlimStyle);  // the application owns it
     QApplication::setPalette(WindowPalette());
     QApplication::setFont(InterfaceFont());

@@ -21,6 +21,10 @@ namespace orvane {
 
 inline constexpr QColor windowColour(191, 223, 223);
 
+// What must be settled ahead of the application object: scale factors are taken as they are, and
+// the desktop's own colours and fonts are left alone.
+void PrepareLook();
+
 // Style, palette, font, pictures and icon of the whole program; called once, before any window is
 // made.
 void ApplyLook(QApplication& application);

@@ -80,6 +80,17 @@ TEST(ButtonPicture, ComputesTheSizeOfUncompressedRowsRoundedUpToFourBytes) {
     EXPECT_EQ(ReadButtonPicture(fromTheTop.File())->imageBytes, 24U);
 }
 
+TEST(ButtonPicture, TakesUncompressedRowsWhateverSizeTheyState) {
+    for (const std::uint32_t stated : {1u, 24u, 26u, 4'000'000'000u}) {
+        SCOPED_TRACE(stated);
+        Picture made;
+        made.imageBytes = stated;
+        const auto picture = ReadButtonPicture(made.File());
+        ASSERT_TRUE(picture);
+        EXPECT_EQ(picture->imageBytes, 24U);
+    }
+}
+
 TEST(ButtonPicture, RefusesWhatIsNoPicture) {
     EXPECT_FALSE(ReadButtonPicture(""));
     EXPECT_FALSE(ReadButtonPicture("BM"));

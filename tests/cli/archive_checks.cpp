@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <csignal>
 #include <fstream>
 #include <iterator>
 #include <utility>
@@ -45,6 +46,19 @@ std::string ReadBytes(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     EXPECT_TRUE(file.is_open()) << path;
     return {std::istreambuf_iterator<char>(file), {}};
+}
+
+ShortFiles::ShortFiles(rlim_t size) {
+    EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    // Without the signal, writing fails as it does on a full disk.
+    signalBefore = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit = {size, before.rlim_max};
+    EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+}
+
+ShortFiles::~ShortFiles() {
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, signalBefore);
 }
 
 ArchiveFolder::ArchiveFolder(std::string_view shown) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/resource.h>
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +17,19 @@ std::string ArchiveBytes(std::string_view shown);
 std::string ShownArchive(std::string_view bytes);
 
 std::string ReadBytes(const std::string& path);
+
+// While it lives, no file that a tool writes gets longer than this, as on a disk that is full.
+class ShortFiles {
+public:
+    explicit ShortFiles(rlim_t size);
+    ShortFiles(const ShortFiles&) = delete;
+    ShortFiles& operator=(const ShortFiles&) = delete;
+    ~ShortFiles();
+
+private:
+    rlimit before = {};
+    void (*signalBefore)(int) = nullptr;
+};
 
 // A folder with an archive in it.
 class ArchiveFolder {

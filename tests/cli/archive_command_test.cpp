@@ -58,6 +58,23 @@ TEST(ArchiveAdd, PutsTheSheetInFrontOfWhatIsNeverFound) {
     EXPECT_EQ(folder.Done("show", {"b"}), "2");
 }
 
+// Where a damaged name ends with another one, searches take it for that one.
+TEST(ArchiveAdd, RefusesASheetThatWouldNeverBeFound) {
+    const ArchiveFolder folder("<x<b>1<a>2");
+    const std::vector<std::string> said = {"a sheet 'b' in '", "would not be found behind the",
+                                           "'x\xC2\xB6"
+                                           "b'; rename that one first"};
+    folder.ExpectRefused(1, said, "add", {"b"}, "3");
+    folder.ExpectRefused(1, said, "add", {"b", "--force"}, "3");
+    folder.ExpectRefused(1, said, "rename", {"a", "b"});
+    folder.Done("rename", {"x\xC2\xB6"
+                           "b",
+                           "y"});
+    folder.Done("add", {"b"}, "3");
+    EXPECT_EQ(folder.Shown(), "<y>1<a>2<b>3");
+    EXPECT_EQ(folder.Done("show", {"b"}), "3");
+}
+
 TEST(ArchiveReplace, KeepsTheSheetsPlace) {
     const ArchiveFolder folder;
     folder.Done("replace", {"a"}, "longer than it was\n");
@@ -293,13 +310,41 @@ TEST(Archive, IsNotWrittenWithoutTheRightToIt) {
         ExpectRefused(RunTool({.arguments = WordsFor(command, folder.Archive()),
                                .input = "1",
                                .withoutRights = true}),
-                      {"the archive '", folder.Archive(), "can't be written"});
+                      {"the archive '", folder.Archive(), "can't be written; it is as it was"});
         EXPECT_EQ(folder.Shown(), "p<a>1;<b>2;<c>");
     }
     const ToolResult list =
         RunTool({.arguments = {"archive", "list", folder.Archive()}, .withoutRights = true});
     EXPECT_EQ(list.status, 0);
     EXPECT_EQ(list.output, "a\nb\nc\n");
+}
+
+TEST(Archive, IsAsItWasWhereTheDiskIsFull) {
+    const std::string shown = "p<a>1;<b>" + std::string(3000, '2') + "<c>" + std::string(900, '3');
+    const ArchiveFolder folder(shown);
+    const std::string longText(2000, '4');
+    const std::vector<Words> writers = {{"add", "d"}, {"replace", "a"}, {"rename", "a", "aaaaaa"}};
+    for (const Words& command : writers) {
+        SCOPED_TRACE(command.front());
+        const ShortFiles full(shown.size());
+        ExpectRefused(RunTool(WordsFor(command, folder.Archive()), longText),
+                      {"the archive '" + folder.Archive() + "' can't be written; it is as it was"});
+        EXPECT_EQ(folder.Shown(), shown);
+    }
+}
+
+// What stands behind the limit can't be written back, but is still there.
+TEST(Archive, IsAsItWasWhereAWriteStopsHalfway) {
+    const std::string shown = "p<a>1;<b>" + std::string(3000, '2') + "<c>" + std::string(900, '3');
+    const ArchiveFolder folder(shown);
+    const std::vector<Words> writers = {{"delete", "a"}, {"replace", "a"}, {"move-down", "a"}};
+    for (const Words& command : writers) {
+        SCOPED_TRACE(command.front());
+        const ShortFiles full(2000);
+        ExpectRefused(RunTool(WordsFor(command, folder.Archive()), "12345"),
+                      {"the archive '" + folder.Archive() + "' can't be written; it is as it was"});
+        EXPECT_EQ(folder.Shown(), shown);
+    }
 }
 
 TEST(Archive, TellsWhyTheOutputCanNotBeWritten) {

@@ -68,8 +68,8 @@ TEST(ArchiveExport, TellsWhatIsInItsWay) {
     folder.ExpectRefused(2, {"can't be made"}, "export", {file + "/deeper"});
     folder.ExpectRefused(2, {"can't be made"}, "export", {""});
     folder.Write("a.txt", "mine");
-    folder.ExpectRefused(2, {"a.txt' is there already, in a folder without an index.json"},
-                         "export", {folder.Path()});
+    folder.ExpectRefused(2, {"a.txt' is there already, and no index.json names it"}, "export",
+                         {folder.Path()});
     EXPECT_EQ(ReadBytes(folder.Path() + "/a.txt"), "mine");
     EXPECT_FALSE(fs::exists(folder.Path() + "/index.json"));
     folder.Write("index.json", "{}");
@@ -79,8 +79,24 @@ TEST(ArchiveExport, TellsWhatIsInItsWay) {
     fs::create_directory(folder.Path() + "/full");
     fs::create_symlink("/dev/full", folder.Path() + "/full/b.txt");
     folder.Write("full/index.json", Index(""));
-    folder.ExpectRefused(2, {"b.txt' can't be written: No space left on device"}, "export",
-                         {folder.Path() + "/full"});
+    folder.ExpectRefused(2, {"b.txt' is no plain file"}, "export", {folder.Path() + "/full"});
+}
+
+TEST(ArchiveExport, CanBeDoneAgainWhereTheDiskWasFull) {
+    const std::string longText(3000, '1');
+    const ArchiveFolder folder("<a>" + longText + "<b>2<c>" + longText);
+    const std::string out = folder.Path() + "/out";
+    for (const rlim_t size : {100, 2000}) {  // in the index, in a sheet
+        {
+            const ShortFiles full(size);
+            folder.ExpectRefused(2, {"can't be written: File too large"}, "export", {out});
+        }
+        EXPECT_EQ(fs::exists(out + "/index.json"), size == 2000);
+        EXPECT_FALSE(fs::exists(out + "/index.json.new"));
+    }
+    folder.Done("export", {out});
+    OutputOf({"archive", "import", folder.Path() + "/again", out}, "");
+    EXPECT_EQ(ReadBytes(folder.Path() + "/again"), ReadBytes(folder.Archive()));
 }
 
 TEST(ArchiveImport, MakesTheArchiveWithTheBytesOfTheFolder) {
@@ -115,6 +131,29 @@ TEST(ArchiveImport, TakesANameTwiceOnlyIntoANewArchive) {
     OutputOf({"archive", "import", folder.Path() + "/made", in}, "");
     EXPECT_EQ(ShownArchive(ReadBytes(folder.Path() + "/made")),
               "own preamble<x>changed \xE4\r\n<x>4\n");
+}
+
+TEST(ArchiveImport, RefusesASheetThatWouldNeverBeFound) {
+    const ArchiveFolder folder("<x<b>1");
+    const std::string in = WriteFolder(folder, R"({"file": "a.txt", "name": "b"})");
+    const std::vector<std::string> said = {"a sheet 'b' in '",
+                                           "behind the sheet 'x\xC2\xB6"
+                                           "b'"};
+    folder.ExpectRefused(1, said, "import", {in});
+    folder.ExpectRefused(1, said, "import", {in, "--force"});
+    EXPECT_EQ(folder.Done("import", {WriteFolder(folder, R"({"file": "a.txt", "name": "c"})")}),
+              folder.Archive() + ": 1 sheet added, 0 replaced\n");
+}
+
+TEST(ArchiveImport, LeavesNoHalfArchive) {
+    const ArchiveFolder folder;
+    const std::string in = WriteFolder(folder, twoSheets);
+    folder.Write("in/a.txt", std::string(5000, '1'));
+    const std::string made = folder.Path() + "/made";
+    const ShortFiles full(2000);
+    ExpectRefused(RunTool({"archive", "import", made, in}),
+                  {"the archive '" + made + "' can't be written; there is none now"});
+    EXPECT_FALSE(fs::exists(made));
 }
 
 TEST(ArchiveImport, RefusesWhatItCanNotTake) {

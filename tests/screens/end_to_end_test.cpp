@@ -58,6 +58,12 @@ protected:
                         "--name", "^Orvane"});
         return !window.isEmpty() && !window.contains(QLatin1Char('\n'));
     }
+    // Popups count.
+    qsizetype VisibleWindows() const {
+        return Drive({"search", "--onlyvisible", "--pid", QString::number(program.processId())})
+            .split(QLatin1Char('\n'), Qt::SkipEmptyParts)
+            .size();
+    }
     bool IsActive() { return Drive({"getactivewindow"}) == window; }
     bool IsSteady() {
         const QString before = geometry;
@@ -80,24 +86,32 @@ protected:
         return LayOutMainWindow(Geometry(QStringLiteral("WIDTH")),
                                 Geometry(QStringLiteral("HEIGHT")), 32810);
     }
-    void Type(const QString& text) { Drive({"type", "--delay", "5", text}); }
+    // A line feed is typed as the Enter key.
+    void Type(const QString& text) {
+        QStringList lines = text.split(QLatin1Char('\n'));
+        const QString last = lines.takeLast();
+        for (const QString& line : lines) {
+            Drive({"type", "--delay", "5", line});
+            Drive({"key", "Return"});
+        }
+        if (!last.isEmpty()) Drive({"type", "--delay", "5", last});
+    }
     void PressCalculate() {
         const EdgeRect rect = Layout().buttons[static_cast<int>(MainButton::calculate)];
         Click((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2);
     }
 
-    // The whole report through the pane's menu and the clipboard.
+    // The whole report, selected by the pane's menu, through the clipboard.
     std::string CopyReport() {
         QGuiApplication::clipboard()->clear();
         const EdgeRect pane = Layout().resultPane;
         const int x = pane.left + 60;
         const int y = pane.top + 30;
-        for (const QStringList& keys :
-             {QStringList{"Up", "Return"}, QStringList{"Down", "Return"}}) {
-            Click(x, y, QStringLiteral("3"));
-            QTest::qWait(100);
-            for (const QString& key : keys) Drive({"key", key});
-        }
+        Click(x, y, QStringLiteral("3"));
+        EXPECT_TRUE(QTest::qWaitFor([this] { return VisibleWindows() > 1; }, 20'000));
+        Drive({"key", "Up", "Return"});  // Select all is the last item
+        EXPECT_TRUE(QTest::qWaitFor([this] { return VisibleWindows() == 1; }, 20'000));
+        Drive({"key", "ctrl+c"});
         EXPECT_TRUE(QTest::qWaitFor([] { return !QGuiApplication::clipboard()->text().isEmpty(); },
                                     20'000));
         return BytesFrom(QGuiApplication::clipboard()->text());

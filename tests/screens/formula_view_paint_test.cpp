@@ -310,8 +310,9 @@ TEST_F(FormulaViewPaint, LooksPaintedInOneGo) {
                         Qt::Key_Backspace, Qt::Key_Delete, Qt::Key_Return, Qt::Key_Tab};
     std::string text;
     for (int line = 0; line < 40; ++line) {
-        text += "x" + std::to_string(line) + " = sum{1,2} + \"str\t\"" +
-                std::string(line * 3, '+') + "\n";
+        text += std::to_string(line);
+        text += " = sum{1,2} + \"str\t\"";
+        text.append(static_cast<std::size_t>(line) * 3, '+') += '\n';
     }
     editor.SetText(text);
     Settle();

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QFontInfo>
+#include <QGroupBox>
 #include <QLabel>
 #include <QPainter>
 #include <QPixmap>
@@ -62,6 +63,19 @@ TEST(Look, LetsEveryLabelFitItsRectangle) {
         EXPECT_LE(label.sizeHint().width(), width);
         EXPECT_LE(label.fontMetrics().height(), height);
     }
+}
+
+// What a group box holds is placed for a frame that begins in the middle of the title.
+TEST(Look, RunsTheFrameOfAGroupBoxThroughItsTitle) {
+    QGroupBox box("System bits");
+    box.resize(103, 55);
+    const QImage picture = box.grab().toImage();
+    const int middle = box.fontMetrics().height() / 2;
+    for (int y = 0; y < middle; ++y) EXPECT_EQ(picture.pixelColor(100, y), windowColour) << y;
+    EXPECT_NE(picture.pixelColor(100, middle), windowColour);
+    EXPECT_EQ(picture.pixelColor(50, middle + 10), windowColour);
+    EXPECT_NE(picture.pixelColor(50, 54), windowColour);
+    EXPECT_NE(picture.pixelColor(0, 30), windowColour);
 }
 
 TEST(Look, PaintsEveryWindowInOneColourWithBlackText) {

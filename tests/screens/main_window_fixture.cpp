@@ -2,6 +2,7 @@
 
 #include <QTest>
 
+#include "core/calc_parameters.h"
 #include "storage/file_bytes.h"
 
 namespace orvane {
@@ -11,6 +12,22 @@ MainWindow& MainWindowTest::Start() {
     window->Open();
     EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
     return *window;
+}
+
+void MainWindowTest::Resize(QSize size) {
+    window->showNormal();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !window->isMaximized(); }));
+    window->resize(size);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->size() == size; }));
+}
+
+MainLayout MainWindowTest::Layout() const {
+    return LayOutMainWindow(window->width(), window->height(), calcParameters.calcHeightCommand);
+}
+
+void MainWindowTest::PressButton(MainButton button) {
+    QTest::mouseClick(window.get(), Qt::LeftButton, {},
+                      MiddleOf(Layout().buttons[static_cast<int>(button)]));
 }
 
 std::string MainWindowTest::Path(const std::string& name) const {

@@ -14,6 +14,17 @@
 
 namespace orvane {
 
+inline QPoint MiddleOf(const EdgeRect& rect) {
+    return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
+}
+
+template <typename Control = QWidget>
+Control& ControlOf(MainWindow& window, int id) {
+    Control* control = window.findChild<Control*>(QString::number(id));
+    EXPECT_NE(control, nullptr) << id;
+    return *control;
+}
+
 class MainWindowTest : public testing::Test {
 protected:
     MainWindowTest() {
@@ -25,6 +36,12 @@ protected:
     MainWindow& Start();
     // Ends it, which writes the settings.
     void End() { window.reset(); }
+
+    // Makes it a normal window of this size.
+    void Resize(QSize size);
+    // Runs the button by the mouse.
+    void PressButton(MainButton button);
+    MainLayout Layout() const;
 
     std::string Path(const std::string& name) const;
     void Write(const std::string& name, const std::string& bytes);

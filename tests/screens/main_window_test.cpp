@@ -18,37 +18,6 @@
 namespace orvane {
 namespace {
 
-QWidget& ControlOf(MainWindow& window, int id) {
-    QWidget* control = window.findChild<QWidget*>(QString::number(id));
-    EXPECT_NE(control, nullptr) << id;
-    return *control;
-}
-
-template <typename Control>
-Control& ControlOf(MainWindow& window, int id) {
-    Control* control = window.findChild<Control*>(QString::number(id));
-    EXPECT_NE(control, nullptr) << id;
-    return *control;
-}
-
-void Resize(MainWindow& window, QSize size) {
-    window.showNormal();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !window.isMaximized(); }));
-    window.resize(size);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window.size() == size; }));
-}
-
-QPoint MiddleOf(const EdgeRect& rect) {
-    return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
-}
-
-void PressButton(MainWindow& window, MainButton button) {
-    const MainLayout layout =
-        LayOutMainWindow(window.width(), window.height(), calcParameters.calcHeightCommand);
-    QTest::mouseClick(&window, Qt::LeftButton, {},
-                      MiddleOf(layout.buttons[static_cast<int>(button)]));
-}
-
 TEST_F(MainWindowTest, IsMaximisedAtAFirstStart) {
     MainWindow& shown = Start();
     EXPECT_TRUE(QTest::qWaitFor([&] { return shown.isMaximized(); }));
@@ -59,7 +28,7 @@ TEST_F(MainWindowTest, PlacesEveryControlAtEveryHeight) {
     MainWindow& shown = Start();
     constexpr int heights[] = {32807, 32809, 32808, 32810, 32811, 32806, 32812};
     for (const QSize size : {QSize(640, 520), QSize(800, 600), QSize(1111, 777)}) {
-        Resize(shown, size);
+        Resize(size);
         for (const int height : heights) {
             SCOPED_TRACE(testing::Message() << size.width() << " " << height);
             shown.RunCommand(height);
@@ -91,18 +60,18 @@ TEST_F(MainWindowTest, PlacesEveryControlAtEveryHeight) {
 TEST_F(MainWindowTest, CalculatesAtAPressOnTheButton) {
     MainWindow& shown = Start();
     shown.Editor().SetText("a = 1 + 1;\nb = a * 2.5;");
-    PressButton(shown, MainButton::calculate);
+    PressButton(MainButton::calculate);
     EXPECT_EQ(shown.Result().toPlainText().toStdString(), "a = +2 \t\nb = +5 \t\n");
 }
 
 TEST_F(MainWindowTest, TakesOptionsAtTheNextCalculateOnly) {
     MainWindow& shown = Start();
     shown.Editor().SetText("a = 2;");
-    PressButton(shown, MainButton::calculate);
+    PressButton(MainButton::calculate);
     const QString before = shown.Result().toPlainText();
     ControlOf<QCheckBox>(shown, ids::mainWindow::showSignCheck).click();
     EXPECT_EQ(shown.Result().toPlainText(), before);
-    PressButton(shown, MainButton::calculate);
+    PressButton(MainButton::calculate);
     EXPECT_EQ(shown.Result().toPlainText().toStdString(), "a = 2 \t\n");
 }
 
@@ -110,7 +79,7 @@ TEST_F(MainWindowTest, TakesAnEmptyPrecisionForNone) {
     MainWindow& shown = Start();
     ControlOf<QLineEdit>(shown, ids::mainWindow::floatPrecisionBox).clear();
     shown.Editor().SetText("a = 2.6;");
-    PressButton(shown, MainButton::calculate);
+    PressButton(MainButton::calculate);
     EXPECT_EQ(calcParameters.floatPrecision, 0);
     EXPECT_EQ(shown.Result().toPlainText().toStdString(), "a = +3 \t\n");
 }
@@ -120,7 +89,7 @@ TEST_F(MainWindowTest, ShowsTheReportInTheOtherColoursFromItsFirstLine) {
     std::string sheet;
     for (int line = 0; line < 200; ++line) sheet += "1 + " + std::to_string(line) + ";\n";
     shown.Editor().SetText(sheet);
-    PressButton(shown, MainButton::calculate);
+    PressButton(MainButton::calculate);
     const QString report = shown.Result().toPlainText();
     EXPECT_EQ(shown.Result().palette().color(QPalette::Base), QColor(Qt::black));
     shown.Result().verticalScrollBar()->setValue(100);
@@ -138,7 +107,7 @@ TEST_F(MainWindowTest, PaintsThePositionLineInGrey) {
     MainWindow& shown = Start();
     ControlOf<QCheckBox>(shown, ids::mainWindow::positionLineCheck).click();
     shown.Editor().SetText("a = 12.5;");
-    PressButton(shown, MainButton::calculate);
+    PressButton(MainButton::calculate);
     QTextCursor cursor(shown.Result().document());
     cursor.movePosition(QTextCursor::End);
     EXPECT_EQ(cursor.charFormat().foreground().color(), QColor(Qt::white));
@@ -149,7 +118,7 @@ TEST_F(MainWindowTest, PaintsThePositionLineInGrey) {
 TEST_F(MainWindowTest, DropsTypedCharactersInTheReport) {
     MainWindow& shown = Start();
     shown.Editor().SetText("a = 2;\nb = 3;");
-    PressButton(shown, MainButton::calculate);
+    PressButton(MainButton::calculate);
     const QString report = shown.Result().toPlainText();
     shown.Result().setFocus();
     QTest::keyClicks(&shown.Result(), "xyz 123");
@@ -167,7 +136,7 @@ TEST_F(MainWindowTest, DropsTypedCharactersInTheReport) {
 TEST_F(MainWindowTest, CopiesFixedBlanksAndAccentsAsTheyAre) {
     MainWindow& shown = Start();
     shown.Editor().SetText("text:na\xEFve\xA0\x80;");
-    PressButton(shown, MainButton::calculate);
+    PressButton(MainButton::calculate);
     shown.Result().selectAll();
     shown.Result().copy();
     EXPECT_EQ(BytesFrom(QGuiApplication::clipboard()->text()), "\nna\xEFve\xA0\x80\n");
@@ -176,8 +145,7 @@ TEST_F(MainWindowTest, CopiesFixedBlanksAndAccentsAsTheyAre) {
 TEST_F(MainWindowTest, RunsNoButtonThatTheMouseLeft) {
     MainWindow& shown = Start();
     shown.Editor().SetText("a = 2;");
-    const MainLayout layout =
-        LayOutMainWindow(shown.width(), shown.height(), calcParameters.calcHeightCommand);
+    const MainLayout layout = Layout();
     const EdgeRect& button = layout.buttons[static_cast<int>(MainButton::calculate)];
     const QPoint inside = MiddleOf(button);
     const QPoint outside = inside + QPoint(0, 60);
@@ -230,7 +198,7 @@ TEST_F(MainWindowTest, WritesTheSettingsInTheirOrder) {
 
 TEST_F(MainWindowTest, ComesBackAsItWas) {
     MainWindow& first = Start();
-    Resize(first, {700, 555});
+    Resize({700, 555});
     first.RunCommand(ids::command::height2);
     first.RunCommand(ids::command::blackOutput);
     ControlOf<QComboBox>(first, ids::mainWindow::systemBitsList).setCurrentIndex(6);
@@ -254,7 +222,7 @@ TEST_F(MainWindowTest, StartsWithoutAnyOfItsFiles) {
     EXPECT_FALSE(calcParameters.showSign);
     EXPECT_FALSE(shown.isMaximized());
     shown.Editor().SetText("a = 2;");
-    PressButton(shown, MainButton::calculate);
+    PressButton(MainButton::calculate);
     EXPECT_EQ(shown.Result().toPlainText().toStdString(), "a = 2 \t\n");
     End();
     EXPECT_FALSE(QDir(folder.path() + "/Setting").exists());

@@ -7,6 +7,7 @@
 // One application object for all tests, with the look that the program has.
 int main(int count, char** words) {
     testing::InitGoogleTest(&count, words);
+    orvane::PrepareLook();
     QApplication application(count, words);
     orvane::ApplyLook(application);
     QApplication::setQuitOnLastWindowClosed(false);

@@ -230,7 +230,7 @@ TEST_F(Folder, IsNotWrittenOverWhenItHoldsSomethingElse) {
     Write("b.txt", "mine");
     std::string reason;
     EXPECT_FALSE(ExportArchive(parts, path, ExchangeForm::utf8, reason));
-    EXPECT_EQ(reason, "'" + path + "/b.txt' is there already, in a folder without an index.json");
+    EXPECT_EQ(reason, "'" + path + "/b.txt' is there already, and no index.json names it");
     EXPECT_EQ(Files(), (std::set<std::string>{"b.txt"}));
     EXPECT_EQ(Read("b.txt"), "mine");
 
@@ -257,8 +257,52 @@ TEST_F(Folder, TellsWhatCanNotBeWritten) {
     std::string reason;
     ASSERT_TRUE(ExportArchive(CutArchive(Marked("<a>1")), path, ExchangeForm::utf8, reason));
     fs::create_directory(path + "/b.txt");
-    EXPECT_FALSE(ExportArchive(CutArchive(Marked("<a>1<b>2")), path, ExchangeForm::utf8, reason));
-    EXPECT_EQ(reason, "'" + path + "/b.txt' can't be written: Is a directory");
+    EXPECT_FALSE(ExportArchive(CutArchive(Marked("<a>2<b>2")), path, ExchangeForm::utf8, reason));
+    EXPECT_EQ(reason, "'" + path + "/b.txt' is no plain file");
+    EXPECT_EQ(Read("a.txt"), "1");
+}
+
+TEST_F(Folder, KeepsAFileThatItsIndexDoesNotName) {
+    std::string reason;
+    ASSERT_TRUE(ExportArchive(CutArchive(Marked("<A>1")), path, ExchangeForm::utf8, reason));
+    Write("notes.txt", "mine");
+    const std::string before = Read("index.json");
+    EXPECT_FALSE(
+        ExportArchive(CutArchive(Marked("<A>2<notes>3")), path, ExchangeForm::utf8, reason));
+    EXPECT_EQ(reason, "'" + path + "/notes.txt' is there already, and no index.json names it");
+    EXPECT_EQ(Read("notes.txt"), "mine");
+    EXPECT_EQ(Read("A.txt"), "1");
+    EXPECT_EQ(Read("index.json"), before);
+    // Where letter case does not count, this is the same file.
+    Write("a.txt", "1");
+    EXPECT_TRUE(ExportArchive(CutArchive(Marked("<a>3")), path, ExchangeForm::utf8, reason));
+    EXPECT_EQ(Read("a.txt"), "3");
+}
+
+TEST_F(Folder, IsNotWrittenThroughLinksAndPipes) {
+    const std::string out = path + "/out";
+    const ArchiveParts parts = CutArchive(Marked("<a>1<b>2"));
+    for (const std::string name : {"b.txt", "index.json", "index.json.new"}) {
+        for (const bool isLink : {true, false}) {
+            SCOPED_TRACE(name + (isLink ? " as a link" : " as a pipe"));
+            fs::remove_all(out);
+            std::string reason;
+            ASSERT_TRUE(ExportArchive(parts, out, ExchangeForm::utf8, reason)) << reason;
+            const std::string index = Read("out/index.json");
+            Write("outside", index);
+            fs::remove(out + "/" + name);
+            if (isLink) {
+                fs::create_symlink("../outside", out + "/" + name);
+            } else {
+                ASSERT_EQ(mkfifo((out + "/" + name).c_str(), 0600), 0);
+            }
+            EXPECT_FALSE(
+                ExportArchive(CutArchive(Marked("<a>x<b>y")), out, ExchangeForm::utf8, reason));
+            EXPECT_EQ(reason, "'" + out + "/" + name + "' is no plain file");
+            EXPECT_EQ(Read("outside"), index);
+            EXPECT_EQ(Read("out/a.txt"), "1");
+        }
+    }
 }
 
 TEST_F(Folder, IsReadWithFilesOfAnyEndingAndPlace) {

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <random>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -86,6 +88,80 @@ TEST(MergeSheets, OfNoSheetsChangesNothing) {
     const MergeCount count = MergeSheets(parts, {});
     EXPECT_EQ(count.replaced + count.added, 0U);
     EXPECT_EQ(parts, before);
+}
+
+struct HiddenRow {
+    std::string_view archive;
+    std::vector<std::string_view> wanted;
+    std::string_view name;  // empty where all of them are found
+    std::string_view behind;
+};
+const HiddenRow hiddenRows[] = {
+    {"<a<b>1", {"b"}, "b", "a<b"},
+    {"<a<b>1<b>2", {"a", "b"}, "b", "a<b"},
+    {"<b>2<a<b>1", {"b"}, "", ""},
+    {"<a<b>1", {"a<b"}, "", ""},
+    {"<a<b>1", {"a", "", "c"}, "", ""},
+    {"<a<b<c>1", {"c"}, "c", "a<b<c"},
+    {"<a<b<c>1", {"c", "b<c"}, "b<c", "a<b<c"},
+    {"<a<>1", {""}, "", "a<"},
+    {"<<b>1", {"b"}, "b", "<b"},
+    {"<ab>1", {"b"}, "", ""},
+    {"x<a>1<c<b", {"b"}, "", ""},
+    {"<a>1#<c<b>2", {"b"}, "", ""},
+};
+
+TEST(FindHidden, TellsWhichSheetIsFoundInPlaceOfAWantedOne) {
+    for (const auto& [archive, names, name, behind] : hiddenRows) {
+        SCOPED_TRACE(archive);
+        std::vector<ArchiveParts::Sheet> wanted;
+        for (const std::string_view each : names) wanted.push_back({Marked(each), ""});
+        const std::optional<HiddenSheet> hidden = FindHidden(CutArchive(Marked(archive)), wanted);
+        ASSERT_EQ(hidden.has_value(), !behind.empty());
+        if (!hidden) continue;
+        EXPECT_EQ(Shown(hidden->name), name);
+        EXPECT_EQ(Shown(hidden->behind), behind);
+    }
+}
+
+TEST(FindHidden, AgreesWithTheSearchesAfterAMerge) {
+    std::mt19937 random(21);
+    const auto randomText = [&](std::string_view alphabet, std::size_t longest) {
+        std::string shown;
+        for (auto length = random() % (longest + 1); length > 0; --length) {
+            shown += alphabet[random() % alphabet.size()];
+        }
+        return Marked(shown);
+    };
+    int hiddenRounds = 0;
+    for (int round = 0; round < 20'000; ++round) {
+        ArchiveParts parts = CutArchive(randomText("ab<<<>>#", 24));
+        std::vector<ArchiveParts::Sheet> wanted;
+        std::set<std::string> names;
+        while (wanted.size() < 3) {
+            const std::string name = randomText("ab<", 3);
+            if (names.insert(name).second) {
+                wanted.push_back({name, "text " + std::to_string(wanted.size())});
+            }
+        }
+        MergeSheets(parts, wanted);
+        const TextBuffer archive = BufferOf(JoinArchive(parts));
+        bool areFound = true;
+        for (const auto& [name, text] : wanted) {
+            areFound = areFound && ReadSheetText(archive, name) == text;
+        }
+        ASSERT_EQ(!FindHidden(parts, wanted), areFound) << Shown(JoinArchive(parts));
+        hiddenRounds += areFound ? 0 : 1;
+    }
+    EXPECT_GT(hiddenRounds, 100);
+    EXPECT_LT(hiddenRounds, 19'900);
+}
+
+// The names of a damaged archive can be millions of marks.
+TEST(FindHidden, ComparesOnlyNamesOfTheLengthsThatAreWanted) {
+    const ArchiveParts parts = CutArchive(std::string(1'000'000, nameMark) + textMark);
+    EXPECT_FALSE(FindHidden(parts, {{"b", ""}, {std::string(500'000, 'b'), ""}}));
+    EXPECT_TRUE(FindHidden(parts, {{std::string(500'000, nameMark), ""}}));
 }
 
 }  // namespace
