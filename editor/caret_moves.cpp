@@ -65,6 +65,11 @@ std::int32_t DivideDown(std::int32_t value, std::int32_t divisor) {
     return (value < 0 ? value - (divisor - 1) : value) / divisor;
 }
 
+std::int32_t PixelsBetween(std::int64_t start, std::int64_t end, std::int64_t size) {
+    constexpr std::int64_t farthest = CellGrid::farthestPixel;
+    return static_cast<std::int32_t>(std::clamp((end - start) * size, -farthest, farthest));
+}
+
 bool IsWordPart(char c) { return IsWordChar(c) || c == '.'; }
 
 bool IsBlankOrTab(char c) { return c == ' ' || c == '\t'; }
@@ -92,6 +97,14 @@ EditOutcome MoveCaret(EditorModel& model, CaretKey key, bool extend, VisibleRows
     const EditOutcome outcome = model.PlaceCaret(target, extend);
     if (row->keepsGoal) model.caretCell = goal;
     return outcome;
+}
+
+std::int32_t CellGrid::LeftOf(std::int32_t cell) const {
+    return PixelsBetween(leftCell, cell, cellWidth);
+}
+
+std::int32_t CellGrid::TopOf(std::int32_t line) const {
+    return PixelsBetween(topLine, line, lineHeight);
 }
 
 TextPosition HitTest(const TextLines& text, const CellGrid& grid, std::int32_t x, std::int32_t y) {

@@ -37,6 +37,12 @@ struct CellGrid {
     std::int32_t lineHeight = 1;
     std::int32_t topLine = 0;
     std::int32_t leftCell = 0;
+
+    // The pixel at which a cell or a line starts; negative left of the view and above it. What lies
+    // further away than any screen is wide stands at `farthestPixel`.
+    std::int32_t LeftOf(std::int32_t cell) const;
+    std::int32_t TopOf(std::int32_t line) const;
+    static constexpr std::int32_t farthestPixel = 1 << 28;
 };
 
 // The position nearest to a point of the view, which may lie outside of it. A point in the middle

@@ -25,8 +25,8 @@ RowSpan RowsIn(const QRect& area, const CellGrid& grid, int viewHeight, std::int
 }
 
 QRect StretchRect(const CellStretch& cells, const CellGrid& grid, std::int32_t line) {
-    return {(cells.from - grid.leftCell) * grid.cellWidth, (line - grid.topLine) * grid.lineHeight,
-            (cells.to - cells.from) * grid.cellWidth, grid.lineHeight};
+    const std::int32_t left = grid.LeftOf(cells.from);
+    return {left, grid.TopOf(line), grid.LeftOf(cells.to) - left, grid.lineHeight};
 }
 
 }  // namespace

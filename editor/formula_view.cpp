@@ -156,9 +156,10 @@ void FormulaView::PushScroll() {
     PushAxis(*horizontalScrollBar(), scroll.horizontal);
 }
 
+// One bar moves at a time, and the other one may still be behind the position that it is to have.
 void FormulaView::scrollContentsBy(int dx, int dy) {
-    scroll.vertical.MoveTo(verticalScrollBar()->value());
-    scroll.horizontal.MoveTo(horizontalScrollBar()->value());
+    if (dy != 0) scroll.vertical.MoveTo(verticalScrollBar()->value());
+    if (dx != 0) scroll.horizontal.MoveTo(horizontalScrollBar()->value());
     const QPoint by(dx * CellWidth(), dy * LineHeight());
     caretArea.translate(by);
     viewport()->scroll(by.x(), by.y());
@@ -176,8 +177,8 @@ CellGrid FormulaView::Grid() const {
 }
 
 QRect FormulaView::CellAt(std::int32_t line, std::int32_t cell) const {
-    return {(cell - scroll.horizontal.position) * CellWidth(),
-            (line - scroll.vertical.position) * LineHeight(), CellWidth(), LineHeight()};
+    const CellGrid grid = Grid();
+    return {grid.LeftOf(cell), grid.TopOf(line), grid.cellWidth, grid.lineHeight};
 }
 
 void FormulaView::paintEvent(QPaintEvent* event) {

@@ -73,10 +73,12 @@ const Row* FindKey(const Row (&rows)[count], int key) {
     return row == std::end(rows) ? nullptr : row;
 }
 
+// Plain text ends at its first NUL, as every text does that is stored with a NUL behind it.
 std::string ClipboardText() {
     const QMimeData* const data = QGuiApplication::clipboard()->mimeData();
     if (data == nullptr || !data->hasText()) return {};
     std::string text = BytesFrom(data->text());
+    text.resize(std::min(text.find('\0'), text.size()));
     std::erase(text, '\r');
     return text;
 }

@@ -8,7 +8,8 @@
 
 // An archive on disk, loaded whole for one action and written back in place. There is no second
 // copy: a write that fails leaves the head of the new content over the old tail. A file that may
-// only be read loads like any other, and writing it back fails without a word.
+// only be read loads like any other, so that its sheets can be seen, and writing it back fails
+// without a word.
 
 namespace orvane {
 

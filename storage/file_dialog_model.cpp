@@ -48,6 +48,7 @@ DialogStep SheetListModel::OpenInto(std::string& name, std::string& text) {
         questions.ShowMessage("Select a file to open");
         return DialogStep::stay;
     }
+    // Kept: accepted also where nothing could be read.
     ArchiveFile archive;
     if (archive.Load(archivePath)) {
         text = ReadSheetText(archive.buffer, SelectedName());

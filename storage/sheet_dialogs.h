@@ -29,6 +29,7 @@ public:
                                                 const std::string& currentName,
                                                 const SheetRenamed& renamed) = 0;
     // Stores `text`, which is not empty, under a name that the user chooses, and gives that name.
+    // A sheet that is double-clicked gives its name too, and nothing is stored.
     virtual std::optional<std::string> ShowSave(const std::string& archivePath,
                                                 const std::string& currentName,
                                                 const std::string& text) = 0;

@@ -1,6 +1,7 @@
 #include "windows/message_box.h"
 
 #include <QCloseEvent>
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
@@ -15,6 +16,7 @@ namespace {
 constexpr int longestWord = 60;
 constexpr int longestText = 1200;
 constexpr int mostLines = 10;
+constexpr int leastWidth = 200;  // window managers cut the caption of a narrower box
 
 // The names of sheets stand in the texts and may be anything: the box must still fit the screen. A
 // long text loses its middle, a long word may be broken, and lines beyond the tenth run on.
@@ -52,6 +54,7 @@ public:
         SetText(Yes, "&Yes");
         SetText(No, "&No");
         SetText(Cancel, "Cancel");
+        KeepCaptionInView();
     }
 
 protected:
@@ -70,6 +73,16 @@ private:
     void SetText(StandardButton which, const char* text) {
         QAbstractButton* const found = button(which);
         if (found != nullptr) found->setText(QString(text));
+    }
+
+    // The box is as wide as its layout needs, whatever width is set from outside: a blank across
+    // all columns keeps it from getting too narrow.
+    void KeepCaptionInView() {
+        auto* const grid = qobject_cast<QGridLayout*>(layout());
+        if (grid == nullptr) return;
+        const QMargins edges = grid->contentsMargins();
+        grid->addItem(new QSpacerItem(leastWidth - edges.left() - edges.right(), 0), 0, 0, 1,
+                      grid->columnCount());
     }
 
     bool closes;

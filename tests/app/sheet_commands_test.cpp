@@ -258,6 +258,33 @@ TEST_F(SheetCommandsTest, SetsNothingButNameAndTitleOfARenamedSheet) {
     EXPECT_EQ(user.Read(), Users());
 }
 
+TEST_F(SheetCommandsTest, TellsTheDialogTheNameThatASheetGotFromThePrompt) {
+    editor.text = "typed";
+    questions.answers = {Answer::yes};
+    dialogs.play = [this](FileDialogModel& model) {
+        dialogs.play = Cancel;  // the dialog that opens comes next
+        return SaveUnder("mine")(model);
+    };
+    commands.Open();
+    EXPECT_EQ(dialogs.shown,
+              (std::vector<Texts>{{user.Path(), "", "typed"}, {user.Path(), "mine"}}));
+    ExpectSheet(userArchive, "mine", "typed");
+}
+
+TEST_F(SheetCommandsTest, OpensASheetWithoutANameWhereTheDialogCouldReadNone) {
+    OpenSampleRow(0);
+    dialogs.play = [this](FileDialogModel& model) {
+        model.Select(0);
+        user.Remove();
+        return model.Open() == DialogStep::accept;
+    };
+    commands.Open();
+    ExpectSheet(userArchive, "", "");
+    EXPECT_EQ(editor.text, "");
+    EXPECT_EQ(title.title, "Orvane: ");
+    EXPECT_TRUE(locusStore.IsEmpty());
+}
+
 // Open samples
 
 TEST_F(SheetCommandsTest, KeepsTheCurvesWhenASampleIsOpened) {
@@ -483,6 +510,9 @@ TEST_F(SheetCommandsTest, StartsWithNoSheetWhereTheLastOneCanNotBeHad) {
                         {0, "gone"},   {0, "demo"},
                         {1, "one"},    {0, "on"},
                         {0, "one\xE6"}};
+    // Not even a sheet without a name is one.
+    user.Write(Users() + Entry("", "no name"));
+    samples.Write(Samples() + Entry("", "no name"));
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name + " " + std::to_string(row.stored));
         commands.Reopen(row.stored, row.name);

@@ -260,6 +260,29 @@ TEST(HitTest, CountsFromTheScrolledPosition) {
     EXPECT_EQ(HitTest(text, grid, 0, -170), (TextPosition{0, 1}));
 }
 
+TEST(CellGrid, KnowsThePixelsOfItsCells) {
+    const CellGrid grid = {.cellWidth = 8, .lineHeight = 16, .topLine = 2, .leftCell = 3};
+    const std::int32_t farthest = CellGrid::farthestPixel;
+    struct Row {
+        std::int32_t place, left, top;
+    };
+    for (const auto& [place, left, top] : {Row{0, -24, -32},
+                                           {2, -8, 0},
+                                           {3, 0, 16},
+                                           {10, 56, 128},
+                                           {33'554'434, farthest - 8, farthest},
+                                           {280'000'000, farthest, farthest},
+                                           {2'147'483'644, farthest, farthest}}) {
+        SCOPED_TRACE(place);
+        EXPECT_EQ(grid.LeftOf(place), left);
+        EXPECT_EQ(grid.TopOf(place), top);
+    }
+    const CellGrid farRight = {
+        .cellWidth = 8, .lineHeight = 16, .topLine = 2'000'000'000, .leftCell = 2'000'000'000};
+    EXPECT_EQ(farRight.LeftOf(0), -farthest);
+    EXPECT_EQ(farRight.TopOf(0), -farthest);
+}
+
 struct DoubleRow {
     const char* name;
     std::string_view text;

@@ -22,11 +22,8 @@ namespace {
 
 using test::Entry;
 using test::Preamble;
+using test::ThreeSheets;
 using Names = std::vector<std::string>;
-
-std::string ThreeSheets() {
-    return Preamble() + Entry("first", "1") + Entry("second", "2;2") + Entry("third", "3\n3");
-}
 
 template <typename Widget = QPushButton>
 Widget& Control(QWidget& window, int id) {

@@ -2,13 +2,16 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QRegion>
 #include <QScrollBar>
 #include <QTest>
+#include <functional>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/screens/formula_view_fixture.h"
@@ -137,6 +140,39 @@ TEST_F(FormulaViewPaint, FillsTheSelectionInGreen) {
     Press(Qt::Key_Left);
     HideCaret();
     EXPECT_TRUE(IsAll(Shown(), viewport.rect(), white));
+}
+
+TEST_F(FormulaViewPaint, TakesTheGreenAwayWhereTheSelectionEnds) {
+    QLineEdit other(&window);
+    other.setGeometry(520, 30, 100, 30);
+    other.show();
+    const std::pair<const char*, std::function<void()>> ends[] = {
+        {"a press", [this] { Click(CellPoint(2, 1)); }},
+        {"a key", [this] { Press(Qt::Key_Up); }},
+        {"the focus goes", [&other] { other.setFocus(); }},
+        {"another text", [this] { editor.SetText("     \n   "); }}};
+    for (const auto& [name, end] : ends) {
+        SCOPED_TRACE(name);
+        editor.SetText("     \n   \n   ");
+        Select({0, 2}, {2, 1});
+        EXPECT_GT(CountIn(Shown(), viewport.rect(), green), 0);
+        end();
+        Settle();
+        EXPECT_EQ(CountIn(Shown(), viewport.rect(), green), 0);
+        EXPECT_FALSE(Model().HasSelection());
+    }
+}
+
+TEST_F(FormulaViewPaint, ShowsWhatADoubleClickSelects) {
+    editor.SetText("  abc  ");
+    Settle();
+    QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, OnScreen(CellPoint(0, 3)));
+    QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, {}, OnScreen(CellPoint(0, 3)));
+    HideCaret();
+    const QImage image = Shown();
+    EXPECT_GT(CountIn(image, CellRect(0, 2, 3), green), 0);
+    EXPECT_EQ(CountIn(image, CellRect(0, 2, 3), white), 0);
+    EXPECT_EQ(CountIn(image, image.rect(), green), CountIn(image, CellRect(0, 2, 3), green));
 }
 
 TEST_F(FormulaViewPaint, LeavesTheColoursOfSelectedText) {
@@ -353,6 +389,15 @@ TEST_F(FormulaViewPaint, StandsInASunkenEdge) {
     const QRect client = editor.contentsRect();
     EXPECT_EQ(client, editor.rect().adjusted(2, 2, -2, -2));
     EXPECT_EQ(view.geometry(), client.adjusted(1, 1, 0, 0));
+    int strips = 0;
+    for (const QWidget* const child :
+         editor.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (child == &view) continue;
+        ++strips;
+        EXPECT_EQ(child->geometry(), QRect(client.left(), client.top() + 1, 0, view.height()));
+        EXPECT_EQ(child->palette().color(QPalette::Window), QColor(220, 220, 220));
+    }
+    EXPECT_EQ(strips, 1);
     const QImage image = editor.grab().toImage();
     EXPECT_LT(qGray(image.pixel(0, 100)), 160);
     EXPECT_LT(qGray(image.pixel(1, 100)), 160);

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QScrollBar>
 #include <QTest>
 #include <string>
@@ -171,6 +172,25 @@ TEST_F(FormulaViewPopups, HideTheListByAPressInTheText) {
     EXPECT_EQ(Model().caretCol, 2);
 }
 
+TEST_F(FormulaViewPopups, HideBothByAPressOutsideTheView) {
+    QLineEdit other(&window);
+    other.setGeometry(520, 30, 100, 30);
+    other.show();
+    Type("sin(");
+    Press(Qt::Key_F1);
+    ASSERT_TRUE(HasList());
+    ASSERT_TRUE(HasHint());
+    QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, other.geometry().center());
+    EXPECT_FALSE(HasList());
+    EXPECT_FALSE(HasHint());
+    EXPECT_EQ(Text(), "sin(");
+
+    // The open calls went with the hint: the next one starts anew.
+    Click(CellPoint(0, 4));
+    Type("cos(1)");
+    EXPECT_FALSE(HasHint());
+}
+
 TEST_F(FormulaViewPopups, ShowTheHintBehindABracket) {
     Type("1+sum  (");
     EXPECT_EQ(Hinted(), "sum");
@@ -201,6 +221,14 @@ TEST_F(FormulaViewPopups, ShowTheHintOfTheInnermostOpenCall) {
     EXPECT_EQ(Hinted(), "sin");
     Type(")");
     EXPECT_FALSE(HasHint());
+}
+
+TEST_F(FormulaViewPopups, GoBackToTheNameOfTheOlderCall) {
+    Type("1+sin(cos(1");
+    EXPECT_EQ(Hinted(), "cos");
+    Type(")");
+    EXPECT_EQ(Hinted(), "sin");
+    EXPECT_EQ(view.Hint().pos().x(), viewport.mapToGlobal(QPoint(2 * view.CellWidth(), 0)).x());
 }
 
 TEST_F(FormulaViewPopups, HideTheHintWhereTheCaretLeavesTheCall) {

@@ -13,7 +13,6 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
-#include <QWheelEvent>
 #include <string>
 #include <vector>
 
@@ -207,6 +206,21 @@ TEST_F(FormulaViewTest, PastesNothingWhereTheClipboardHoldsNoText) {
     EXPECT_FALSE(Model().history.CanUndo());
 }
 
+TEST_F(FormulaViewTest, PastesUpToTheFirstNul) {
+    QString text = QStringLiteral("ab");
+    text += QChar(u'\0');
+    text += QStringLiteral("cd");
+    QGuiApplication::clipboard()->setText(text);
+    Press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(Text(), "ab");
+
+    Select({0, 0}, {0, 2});
+    QGuiApplication::clipboard()->setText(text.mid(2));
+    Press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(Text(), "ab");
+    EXPECT_TRUE(Model().HasSelection());
+}
+
 // Context menu.
 
 struct MenuEntry {
@@ -320,6 +334,17 @@ TEST_F(FormulaViewTest, PutsTheCaretWhereItIsPressed) {
     EXPECT_EQ(Model().Caret(), (TextPosition{0, 3}));
 }
 
+TEST_F(FormulaViewTest, PutsTheCaretInAScrolledText) {
+    std::string text;
+    for (int line = 0; line < 100; ++line) text += std::string(200, 'x') + "\n";
+    editor.SetText(text);
+    Settle();
+    view.verticalScrollBar()->setValue(3);
+    view.horizontalScrollBar()->setValue(5);
+    Click({9 * view.CellWidth(), 6 * view.LineHeight()});
+    EXPECT_EQ(Model().Caret(), (TextPosition{9, 14}));
+}
+
 TEST_F(FormulaViewTest, TakesTheFocusByAPress) {
     QLineEdit other(&window);
     other.setGeometry(520, 30, 100, 30);
@@ -425,6 +450,7 @@ TEST_F(FormulaViewTest, HasTheRangesOfItsText) {
     EXPECT_EQ(view.horizontalScrollBar()->maximum(), 150 + 36 - columns + 1);
     EXPECT_EQ(view.horizontalScrollBar()->pageStep(), columns);
     EXPECT_EQ(view.verticalScrollBar()->singleStep(), 1);
+    EXPECT_EQ(view.horizontalScrollBar()->singleStep(), 1);
 
     Press(Qt::Key_Return);
     EXPECT_EQ(view.verticalScrollBar()->maximum(), 101 + 5 - rows + 1);
@@ -476,6 +502,31 @@ TEST_F(FormulaViewTest, FollowsTheCaret) {
     EXPECT_EQ(view.Scroll().horizontal.position, 0);
     editor.SetText(text);
     EXPECT_EQ(view.Scroll().vertical.position, 0);
+}
+
+TEST_F(FormulaViewTest, ScrollsBothWaysAtOnce) {
+    std::string text;
+    for (int line = 0; line < 100; ++line) text += std::string(200, 'x') + "\n";
+    editor.SetText(text);
+    Settle();
+    const int rows = viewport.height() / view.LineHeight();
+    Click(CellPoint(rows - 1, 0));
+    Press(Qt::Key_End);
+    ASSERT_GT(view.Scroll().horizontal.position, 0);
+    Press(Qt::Key_Right);
+    EXPECT_EQ(Model().Caret(), (TextPosition{rows, 0}));
+    EXPECT_EQ(view.Scroll().vertical.position, 1);
+    EXPECT_EQ(view.Scroll().horizontal.position, 0);
+    EXPECT_EQ(view.verticalScrollBar()->value(), 1);
+    EXPECT_EQ(view.horizontalScrollBar()->value(), 0);
+
+    const QPoint corner(viewport.width(), viewport.height());
+    QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, OnScreen({5, 5}));
+    QTest::mouseMove(window.windowHandle(), OnScreen(corner));
+    Settle();
+    EXPECT_GT(view.Scroll().vertical.position, 1);
+    EXPECT_GT(view.Scroll().horizontal.position, 0);
+    QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, OnScreen({5, 5}));
 }
 
 // Caret.

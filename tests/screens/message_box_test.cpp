@@ -138,6 +138,24 @@ TEST(MessageBox, TakesTheCloseBoxForEscape) {
     }
 }
 
+TEST(MessageBox, IsWideEnoughForItsCaptionWhateverItsTextIs) {
+    for (const Kind kind : {Kind::message, Kind::confirm, Kind::yesNo, Kind::yesNoCancel}) {
+        for (const char* const text : {"", "x", "Select a file to open"}) {
+            SCOPED_TRACE(testing::Message() << static_cast<int>(kind) << ' ' << text);
+            MessageBox questions(nullptr);
+            test::ModalPlayer player;
+            player.Then([&](QWidget& window) {
+                EXPECT_GE(window.width(), 200);
+                if (kind == Kind::message) {
+                    EXPECT_EQ(window.width(), 200);
+                }
+                Press(window, kind == Kind::message ? QMessageBox::Ok : QMessageBox::Yes);
+            });
+            Ask(questions, kind, text);
+        }
+    }
+}
+
 TEST(MessageBox, FitsTheScreenWhateverANameHolds) {
     std::string lines;
     for (int line = 0; line < 5000; ++line) lines += "line\n";

@@ -15,14 +15,10 @@ namespace {
 
 using test::Entry;
 using test::Preamble;
+using test::ThreeSheets;
 using Names = std::vector<std::string>;
 
 constexpr auto none = std::nullopt;
-
-// Three sheets, each with a text of its own.
-std::string ThreeSheets() {
-    return Preamble() + Entry("first", "1") + Entry("second", "2;2") + Entry("third", "3\n3");
-}
 
 class FileDialogModelTest : public testing::Test {
 protected:

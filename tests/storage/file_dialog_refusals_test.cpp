@@ -16,16 +16,12 @@ namespace {
 
 using test::Entry;
 using test::Preamble;
+using test::ThreeSheets;
 using Model = FileDialogModel;
 using Names = std::vector<std::string>;
 
 constexpr auto none = std::nullopt;
 const std::string nameIsUsed = "[OK] The file name has been used,please input another name.";
-
-// Three sheets, each with a text of its own.
-std::string ThreeSheets() {
-    return Preamble() + Entry("first", "1") + Entry("second", "2;2") + Entry("third", "3\n3");
-}
 
 struct RefusalRow {
     const char* name;
@@ -74,6 +70,11 @@ const RefusalRow refusalRows[] = {
      {"[OK] Select a file to delete"}},
     {"delete the open sheet", &Model::Delete, ThreeSheets(), "second", "", 1, "",
      {"[OK] the file: second\nis currently in open and can not be deleted."}},
+    // Where no sheet is open, one without a name counts as the open one.
+    {"delete a sheet without a name while none is open", &Model::Delete, Entry("", "t"), "", "", 0,
+     "", {"[OK] the file: \nis currently in open and can not be deleted."}},
+    {"rename a sheet without a name while none is open, No", &Model::Rename, Entry("", "t"), "",
+     "", 0, "new", {"[Confirm] The file is currently in open,do you want to rename it?"}},
     {"delete, No", &Model::Delete, ThreeSheets(), "first", "", 1, "",
      {"[Confirm] delete the file:\nsecond ?"}},
     {"save without a name", &Model::SaveAs, ThreeSheets(), "", "t", none, "",
@@ -116,14 +117,16 @@ TEST(FileDialogRefusals, SayWhyAndLeaveEverything) {
         model.nameText = row.nameText;
         // Only questions use it up.
         questions.answers = {Answer::no};
-        // A refused action does not even open the file: what another program wrote meanwhile stays
-        // unread.
+        // A refused action does not even touch the file: what another program wrote meanwhile stays
+        // unread and as old as it is.
         const std::string meanwhile = Entry("earlier", "") + row.bytes + Entry("later", "");
         archive.Write(meanwhile);
+        archive.Age();
 
         EXPECT_EQ((model.*row.action)(), DialogStep::stay);
         EXPECT_EQ(questions.Asked(), row.asked);
         EXPECT_EQ(archive.Read(), meanwhile);
+        EXPECT_TRUE(archive.IsAged());
         EXPECT_EQ(model.Rows(), rows);
         EXPECT_EQ(model.SelectedRow(), row.selected);
         EXPECT_EQ(model.nameText, row.nameText);

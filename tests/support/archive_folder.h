@@ -4,6 +4,7 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -25,6 +26,11 @@ inline std::string Entry(std::string_view name, std::string_view text) {
 }
 
 inline std::string Preamble() { return std::string(archivePreamble); }
+
+// An archive with three sheets, each with a text of its own.
+inline std::string ThreeSheets() {
+    return Preamble() + Entry("first", "1") + Entry("second", "2;2") + Entry("third", "3\n3");
+}
 
 // A folder of one test with an archive in it, which is missing at first. Both go with it.
 class ArchiveFolder {
@@ -52,6 +58,9 @@ public:
         EXPECT_TRUE(file.is_open()) << Path();
         return std::string(std::istreambuf_iterator<char>(file), {});
     }
+    // Makes the file look as if it had been written long ago, and tells whether it still does.
+    void Age() const { std::filesystem::last_write_time(Path(), LongAgo()); }
+    bool IsAged() const { return std::filesystem::last_write_time(Path()) == LongAgo(); }
     void Remove() const { std::filesystem::remove_all(Path()); }
     // A folder in the archive's place: it can be neither opened nor made.
     void Block() const {
@@ -60,6 +69,11 @@ public:
     }
 
 private:
+    static std::filesystem::file_time_type LongAgo() {
+        using namespace std::chrono;
+        return file_clock::from_sys(sys_seconds(sys_days(year(2000) / January / 1)));
+    }
+
     std::filesystem::path folder;
 };
 
