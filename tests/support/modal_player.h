@@ -25,12 +25,17 @@ inline void Press(QAbstractButton* button) {
 }
 
 // Plays the user of modal windows: each step gets the next one that comes up, also one that comes
-// up while an earlier step is still at work. A window that does not come up, and a step that leaves
-// its window open, fail the test; the window is closed then, so that nothing hangs.
+// up while an earlier step is still at work. A window that does not come up, a step that leaves its
+// window open and a window that no step waits for fail the test; the window is closed then, so that
+// nothing hangs.
 class ModalPlayer {
 public:
     using Step = std::function<void(QWidget& window)>;
 
+    ModalPlayer() {
+        QObject::connect(&guard, &QTimer::timeout, [this] { CloseUnexpected(); });
+        guard.start(500);
+    }
     ~ModalPlayer() { EXPECT_TRUE(steps.empty()) << steps.size() << " windows did not come up"; }
 
     void Then(Step step) {
@@ -59,6 +64,16 @@ private:
         if (!window.isActiveWindow()) window.activateWindow();
         return QTest::qWaitForWindowActive(&window, 1000);
     }
+    // A window may be on its way out when it is first seen: it counts when it is seen again.
+    void CloseUnexpected() {
+        QWidget* const window = QApplication::activeModalWidget();
+        const bool isUnexpected = window != nullptr && steps.empty() && !IsBusy(window);
+        if (isUnexpected && window == suspect) {
+            ADD_FAILURE() << "nobody expects the window " << window->windowTitle().toStdString();
+            window->hide();
+        }
+        suspect = isUnexpected ? window : nullptr;
+    }
     void Look() {
         if (steps.empty()) return;
         QWidget* const window = QApplication::activeModalWidget();
@@ -85,6 +100,8 @@ private:
     }
 
     QObject context;
+    QTimer guard;
+    QWidget* suspect = nullptr;
     std::deque<Step> steps;
     std::vector<QWidget*> busy;
     QElapsedTimer waited;
