@@ -28,8 +28,6 @@ constexpr QSize firstSize(800, 600);
 constexpr int stripBottom = 20;  // what stands above is not moved by a new size
 constexpr int menuHeightBesideText = 6;
 
-std::string SettingsPath(const std::string& folder) { return folder + "/Setting/Orvane.set"; }
-
 }  // namespace
 
 MainWindow::MainWindow(std::string programFolder)
@@ -84,7 +82,7 @@ void MainWindow::LoadSettings() {
     calcParameters.floatPrecision = 0;
     calcParameters.breakText = calcParameters.showSign = false;
     calcParameters.systemBitsIndex = 0;
-    SettingsFile settings(SettingsPath(folder));
+    SettingsFile settings(SettingsPath());
     if (!settings.OpenAndPrepare()) {
         options.Show(calcParameters);
         return;
@@ -105,7 +103,7 @@ void MainWindow::LoadSettings() {
 }
 
 void MainWindow::SaveSettings() {
-    SettingsFile settings(SettingsPath(folder));
+    SettingsFile settings(SettingsPath());
     if (!settings.Open()) return;
     SaveColours(settings, editor.Colours());
     options.Read(calcParameters);

@@ -47,6 +47,8 @@ public:
     ResultPane& Result() { return resultPane; }
     MainMenus& Menus() { return menus; }
     const MenuStrip& Strip() const { return strip; }
+    // The settings file's path.
+    std::string SettingsPath() const { return folder + "/Setting/Orvane.set"; }
 
 signals:
     // The user closed the window, and with it the program.

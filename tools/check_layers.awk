@@ -6,7 +6,7 @@
 # folders named below as a whole, and what a CMakeLists.txt gives to orvane_calc or orvane_models.
 
 BEGIN {
-    count = split("core functions output storage windows editor app cli", order, " ")
+    count = split("core functions output storage windows editor app cli plot", order, " ")
     for (i = 1; i <= count; i++) floor_of[order[i]] = i
     floor_of["locus"] = floor_of["editor"]  # side by side: neither includes the other
     floor_of["tests"] = floor_of["bench"] = floor_of["tools"] = outside = 100
