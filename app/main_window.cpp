@@ -9,7 +9,6 @@
 
 #include "app/auxiliary_windows.h"
 #include "app/widget_place.h"
-#include "app/window_placement.h"
 #include "core/calc_parameters.h"
 #include "locus/locus_store.h"
 #include "storage/option_settings.h"
@@ -19,6 +18,7 @@
 #include "windows/help_topics.h"
 #include "windows/help_viewer.h"
 #include "windows/look.h"
+#include "windows/window_placement.h"
 
 namespace orvane {
 
@@ -41,7 +41,8 @@ MainWindow::MainWindow(std::string programFolder)
       options(this),
       messageBox(this),
       fileDialogs(this),
-      commands(sheet, {*this, *this, fileDialogs, messageBox}) {
+      commands(sheet, {*this, *this, fileDialogs, messageBox}),
+      inspectKey(Qt::Key_F12, this) {
     NameControl(calculationLabel, ids::mainWindow::calculationLabel);
     NameControl(resultLabel, ids::mainWindow::resultLabel);
     NameControl(resultPane, ids::mainWindow::resultPane);
@@ -53,6 +54,9 @@ MainWindow::MainWindow(std::string programFolder)
     strip.Place(fontMetrics().height() + menuHeightBesideText);
     connect(&editor, &FormulaEditor::HelpWanted, this,
             [this](const QString& topic) { ShowHelpTopic(this, topic); });
+
+    inspectKey.setAutoRepeat(false);
+    connect(&inspectKey, &QShortcut::activated, this, &MainWindow::InspectSentence);
 
     for (QWidget* control : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
         control->installEventFilter(this);
@@ -224,7 +228,7 @@ void MainWindow::RunCommand(int command) {
         case generalOptions:
             return ShowGeneralOptions(*this, calcParameters);
         case locus:
-            return ShowLocus(*this, options.Precision());
+            return ShowLocus(*this, SettingsPath(), options.Precision());
         case allKeywords:
             return ShowAllKeywords(*this);
         case softwareNews:
@@ -269,6 +273,15 @@ void MainWindow::Calculate() {
     locusStore.screenWidth = qRound(area.width());
     locusStore.screenHeight = qRound(area.height());
     RunCalculation(editor.GetText(), calcParameters, {*this, *this, resultPane}, texts);
+}
+
+// The options are those that the window shows, but nothing is kept of them. A key that was pressed
+// while the run went on arrives when its window is already open.
+void MainWindow::InspectSentence() {
+    if (QApplication::activeModalWidget() != nullptr) return;
+    CalcParameters parameters = calcParameters;
+    options.Read(parameters);
+    ShowNodes(*this, SettingsPath(), editor, parameters, *this);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

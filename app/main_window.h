@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QProgressBar>
+#include <QShortcut>
 #include <QWidget>
 #include <optional>
 #include <string>
@@ -81,6 +82,7 @@ private:
     void HoverLabel(std::optional<int> label);
     void OpenPopup(int label);
     void Calculate();
+    void InspectSentence();
     void ToggleBlackOutput();
     void ToggleAlwaysOnTop();
     void ShowOnTop();
@@ -104,6 +106,7 @@ private:
     MessageBox messageBox;
     FileDialogs fileDialogs;
     SheetCommands commands;
+    QShortcut inspectKey;
     bool startsMaximised = false;
     // Where the window stood when it was closed: a hidden one no longer tells.
     std::optional<WindowPlacement> lastPlacement;

@@ -30,21 +30,6 @@ std::optional<std::int64_t> ReadWholeNumber(std::string_view text) {
     return isNegative ? -number : number;
 }
 
-// "1920x1080"
-bool ReadScreen(std::string_view text, RunOptions& options) {
-    const std::size_t cross = text.find('x');
-    if (cross == std::string_view::npos) return false;
-    int* const sides[] = {&options.screenWidth, &options.screenHeight};
-    const std::string_view texts[] = {text.substr(0, cross), text.substr(cross + 1)};
-    for (int at = 0; at < 2; ++at) {
-        if (texts[at].empty() || texts[at].front() == '+') return false;
-        const std::optional<std::int64_t> pixels = ReadWholeNumber(texts[at]);
-        if (!pixels || *pixels < 1 || *pixels > std::numeric_limits<int>::max()) return false;
-        *sides[at] = static_cast<int>(*pixels);
-    }
-    return true;
-}
-
 struct WholeNumberOption {
     const char* name;
     std::int64_t least;
@@ -89,6 +74,20 @@ constexpr WholeNumberOption locusFineOption = {
 
 }  // namespace
 
+bool ReadSize(std::string_view text, int longest, int& width, int& height) {
+    const std::size_t cross = text.find('x');
+    if (cross == std::string_view::npos) return false;
+    int* const sides[] = {&width, &height};
+    const std::string_view texts[] = {text.substr(0, cross), text.substr(cross + 1)};
+    for (int at = 0; at < 2; ++at) {
+        if (texts[at].empty() || texts[at].front() == '+') return false;
+        const std::optional<std::int64_t> pixels = ReadWholeNumber(texts[at]);
+        if (!pixels || *pixels < 1 || *pixels > longest) return false;
+        *sides[at] = static_cast<int>(*pixels);
+    }
+    return true;
+}
+
 CalcParameters RunOptions::Parameters() const {
     constexpr std::int64_t least = std::numeric_limits<std::int32_t>::min();
     constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
@@ -125,7 +124,8 @@ void AddRunOptions(CLI::App& command, RunOptions& options) {
               "A blank line ahead of each text (default: on)");
     AddWholeNumber(command, locusFineOption, options.locusFine);
     const auto readScreen = [&options](const std::string& text) {
-        if (ReadScreen(text, options)) return;
+        constexpr int longest = std::numeric_limits<int>::max();
+        if (ReadSize(text, longest, options.screenWidth, options.screenHeight)) return;
         throw CLI::ValidationError("--screen", "'" + text + "' is no size such as 1920x1080");
     };
     command
@@ -149,16 +149,20 @@ std::string HelpFormatter::make_option_name(const CLI::Option* option, bool isPo
     return name;
 }
 
+void AddVersion(CLI::App& app) {
+    app.set_version_flag("--version", std::string(programName) + " " ORVANE_VERSION);
+}
+
 CLI::App& AddCommand(CLI::App& app, const std::string& name, const std::string& description) {
     CLI::App& command = *app.add_subcommand(name, description);
     command.group("Commands");
-    command.set_version_flag("--version", "orvane-cli " ORVANE_VERSION);
+    AddVersion(command);
     return command;
 }
 
 void PrintError(const std::string& message) {
     std::string reason;
-    WriteStream(stderr, "orvane-cli: " + message + "\n", reason);
+    WriteStream(stderr, std::string(programName) + ": " + message + "\n", reason);
 }
 
 int PrintOutput(std::string_view bytes, int statusWhenFine) {

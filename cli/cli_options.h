@@ -3,10 +3,11 @@
 #include <CLI/CLI.hpp>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "core/calc_parameters.h"
 
-// What the commands share: the exit statuses and the options of a run.
+// What the commands share: the exit statuses, the options of a run and the form of messages.
 
 namespace orvane::cli {
 
@@ -17,6 +18,9 @@ enum ExitStatus : int {
     exitRefused = 1,     // an archive or a sheet in one is not there, or a check refused a change
     exitUsage = 2,       // wrong usage, unreadable file, unwritable output, empty sheet
 };
+
+// What messages and versions begin with. Each program defines its own.
+extern const char* const programName;
 
 // The options of a command that runs a sheet, with the defaults of a fresh program.
 struct RunOptions {
@@ -35,6 +39,9 @@ struct RunOptions {
     CalcParameters Parameters() const;
 };
 
+// "1920x1080": two sides from 1 to `longest`, without signs. False for anything else.
+bool ReadSize(std::string_view text, int longest, int& width, int& height);
+
 // Adds the sheet and the word size, or all options of a run, to the command. `options` must live as
 // long as the command does.
 void AddSheetOptions(CLI::App& command, RunOptions& options);
@@ -47,10 +54,13 @@ public:
     std::string make_option_name(const CLI::Option* option, bool isPositional) const override;
 };
 
+// The option --version.
+void AddVersion(CLI::App& app);
+
 // A subcommand with help, version and the refusal of unknown options.
 CLI::App& AddCommand(CLI::App& app, const std::string& name, const std::string& description);
 
-// One line on the standard error: "orvane-cli: message".
+// One line on the standard error: "orvane-cli: message", with the name of the program.
 void PrintError(const std::string& message);
 
 // Prints the bytes as they are; exitUsage, with the reason on the standard error, if that fails.

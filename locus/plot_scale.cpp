@@ -41,25 +41,40 @@ int RoundToPixel(double pixels) {
     return static_cast<int>(std::round(std::clamp(pixels, -farthest, farthest)));
 }
 
+PlotRanges ShownRanges(const LocusSet& set) {
+    const PlotRanges found{set.minX, set.maxX, set.minY, set.maxY};
+    if (found != PlotRanges() || set.points.empty()) return found;
+    PlotRanges ranges{LocusSet::rangeStart, -LocusSet::rangeStart, LocusSet::rangeStart,
+                      -LocusSet::rangeStart};
+    for (const LocusPoint& point : set.points) {
+        if (point.x > ranges.maxX) ranges.maxX = point.x;
+        if (point.x < ranges.minX) ranges.minX = point.x;
+        if (point.y > ranges.maxY) ranges.maxY = point.y;
+        if (point.y < ranges.minY) ranges.minY = point.y;
+    }
+    return ranges;
+}
+
 PlotScale::PlotScale(const LocusSet& set, const PlotRect& client)
-    : plotLeft(client.left + leftMargin),
+    : ranges(ShownRanges(set)),
+      plotLeft(client.left + leftMargin),
       plotRight(client.right - rightMargin),
       plotTop(client.top + topMargin),
       plotBottom(client.bottom - bottomMargin) {
-    const AxisScale across = ScaleAxis(set.minX, set.maxX, plotRight - plotLeft);
+    const AxisScale across = ScaleAxis(ranges.minX, ranges.maxX, plotRight - plotLeft);
     unitsPerPixelX = across.unitsPerPixel;
     originX = across.origin == OriginPlace::highEdge ? plotRight : plotLeft;
     if (across.origin == OriginPlace::inside) {
-        originX =
-            BetweenEdges(plotLeft - RoundToPixel(set.minX / unitsPerPixelX), plotLeft, plotRight);
+        originX = BetweenEdges(plotLeft - RoundToPixel(ranges.minX / unitsPerPixelX), plotLeft,
+                               plotRight);
     }
 
-    const AxisScale upward = ScaleAxis(set.minY, set.maxY, plotBottom - plotTop);
+    const AxisScale upward = ScaleAxis(ranges.minY, ranges.maxY, plotBottom - plotTop);
     unitsPerPixelY = upward.unitsPerPixel;
     originY = upward.origin == OriginPlace::highEdge ? plotTop : plotBottom;
     if (upward.origin == OriginPlace::inside) {
         originY =
-            BetweenEdges(plotTop + RoundToPixel(set.maxY / unitsPerPixelY), plotTop, plotBottom);
+            BetweenEdges(plotTop + RoundToPixel(ranges.maxY / unitsPerPixelY), plotTop, plotBottom);
     }
 }
 

@@ -36,6 +36,16 @@ struct PlotRect {
 inline constexpr int farthestPixel = 1000000;
 int RoundToPixel(double pixels);
 
+struct PlotRanges {
+    double minX = 0.0, maxX = 0.0, minY = 0.0, maxY = 0.0;
+
+    bool operator==(const PlotRanges&) const = default;
+};
+
+// The ranges that a page shows. A sweep that failed has none, all four are 0; what it recorded is
+// shown all the same, in the ranges of its points.
+PlotRanges ShownRanges(const LocusSet& set);
+
 struct PlotScale {
     // Room around the plot for arrows and labels, in pixels.
     static constexpr int leftMargin = 15;
@@ -43,13 +53,20 @@ struct PlotScale {
     static constexpr int rightMargin = 30;
     static constexpr int bottomMargin = 15;
 
-    // Of the ranges of `set`, for a page with this client rectangle, its sides within 100 million.
+    // Of the shown ranges of `set`, for a page with this client rectangle, its sides within 100
+    // million.
     PlotScale(const LocusSet& set, const PlotRect& client);
 
-    // The pixel of a point, at most `farthestPixel` away from the origin in each direction.
-    int PixelX(double x) const { return originX + RoundToPixel(x / unitsPerPixelX); }
-    int PixelY(double y) const { return originY - RoundToPixel(y / unitsPerPixelY); }
+    // The pixel of a point, at most `farthestPixel` away from the origin in each direction. The
+    // same in steps of which `parts` make a pixel, which need not be a whole number.
+    int PixelX(double x, double parts = 1.0) const {
+        return static_cast<int>(originX * parts) + RoundToPixel(x / unitsPerPixelX * parts);
+    }
+    int PixelY(double y, double parts = 1.0) const {
+        return static_cast<int>(originY * parts) - RoundToPixel(y / unitsPerPixelY * parts);
+    }
 
+    PlotRanges ranges;
     // Not above 0 where the plot has no pixels; infinite for a range wider than a double can tell,
     // which draws everything onto the origin.
     double unitsPerPixelX = 0.0;

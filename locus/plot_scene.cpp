@@ -1,5 +1,7 @@
 #include "locus/plot_scene.h"
 
+#include <algorithm>
+#include <iterator>
 #include <numbers>
 #include <utility>
 
@@ -15,10 +17,10 @@ constexpr int roomBelow = 30;  // labels of the X axis need more than this under
 constexpr int ringCount = 5;
 constexpr int sunkenCount = 2;
 
-PlotCurve CurveOf(const LocusSet& set, const PlotScale& scale) {
+PlotCurve CurveOf(const LocusSet& set, const PlotScale& scale, double parts) {
     PlotCurve curve;
     for (const LocusPoint& point : set.points) {
-        const PlotPoint pixel{scale.PixelX(point.x), scale.PixelY(point.y)};
+        const PlotPoint pixel{scale.PixelX(point.x, parts), scale.PixelY(point.y, parts)};
         if (point.penUp) {
             curve.Begin(pixel);
         } else {
@@ -58,8 +60,8 @@ struct Marking {
 };
 
 void AddMarkX(PlotScene& scene, const Marking& marking, double value, LabelSide side) {
-    if (!IsMarked(value, marking.set.minX, marking.set.maxX)) return;
     const PlotScale& scale = marking.scale;
+    if (!IsMarked(value, scale.ranges.minX, scale.ranges.maxX)) return;
     const int x = scale.PixelX(value);
     scene.lines.push_back({{x, scale.originY}, {x, scale.originY + arrow}});
 
@@ -73,8 +75,8 @@ void AddMarkX(PlotScene& scene, const Marking& marking, double value, LabelSide 
 }
 
 void AddMarkY(PlotScene& scene, const Marking& marking, double value) {
-    if (!IsMarked(value, marking.set.minY, marking.set.maxY)) return;
     const PlotScale& scale = marking.scale;
+    if (!IsMarked(value, scale.ranges.minY, scale.ranges.maxY)) return;
     const int y = scale.PixelY(value);
     scene.lines.push_back({{scale.originX, y}, {scale.originX - arrow, y}});
 
@@ -118,15 +120,38 @@ void PlotCurve::Begin(PlotPoint point) {
     End();
     starts.push_back(points.size());
     points.push_back(point);
+    run = {starts.back()};
     begun = true;
 }
 
 void PlotCurve::LineTo(PlotPoint point) {
-    if (!begun) {
-        Begin(point);
-    } else if (points.back() != point) {
-        points.push_back(point);
+    if (!begun) return Begin(point);
+    const PlotPoint last = points.back();
+    if (point == last) return;
+    const bool staysInColumn = run.isColumn && point.x == last.x;
+    const bool staysInRow = run.isRow && point.y == last.y;
+    if (!staysInColumn && !staysInRow) {
+        run = {points.size() - 1, point.x == last.x, point.y == last.y};
     }
+    if (points.size() - run.start < 4) {
+        points.push_back(point);
+    } else {
+        Squeeze(point);
+    }
+}
+
+// The run has a first point, two more and a last one: what was last may now be an outermost one.
+// The outermost ones stand in the order of the run's ends, so that a run straight on is drawn once:
+// a smooth line over itself is darker.
+void PlotCurve::Squeeze(PlotPoint point) {
+    const auto first = points.begin() + static_cast<std::ptrdiff_t>(run.start);
+    const auto comesAhead = [this](PlotPoint a, PlotPoint b) {
+        return run.isColumn ? a.y < b.y : a.x < b.x;
+    };
+    const auto [low, high] = std::minmax_element(first + 1, first + 4, comesAhead);
+    PlotPoint kept[] = {*low, *high, point};
+    if (comesAhead(point, *first)) std::swap(kept[0], kept[1]);
+    std::copy(std::begin(kept), std::end(kept), first + 1);
 }
 
 void PlotCurve::End() {
@@ -138,17 +163,18 @@ void PlotCurve::End() {
 }
 
 PlotScene BuildPlotScene(const LocusSet* set, const PlotRect& client, int labelPrecision,
-                         const MeasurePlotText& measure) {
+                         const MeasurePlotText& measure, double curveParts) {
     PlotScene scene;
+    scene.curveParts = curveParts;
     if (set == nullptr) return scene;
     const PlotScale scale(*set, client);
-    scene.curve = CurveOf(*set, scale);
+    scene.curve = CurveOf(*set, scale, curveParts);
     AddAxes(scene, scale);
     const Marking marking{*set, scale, labelPrecision, measure};
-    AddMarkX(scene, marking, set->maxX, LabelSide::endsAtMark);
-    AddMarkX(scene, marking, set->minX, LabelSide::startsAtMark);
-    AddMarkY(scene, marking, set->minY);
-    AddMarkY(scene, marking, set->maxY);
+    AddMarkX(scene, marking, scale.ranges.maxX, LabelSide::endsAtMark);
+    AddMarkX(scene, marking, scale.ranges.minX, LabelSide::startsAtMark);
+    AddMarkY(scene, marking, scale.ranges.minY);
+    AddMarkY(scene, marking, scale.ranges.maxY);
     AddNote(scene, marking);
     AddFrame(scene, client);
     return scene;

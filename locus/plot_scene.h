@@ -33,7 +33,9 @@ struct PlotTextSize {
 using MeasurePlotText = std::function<PlotTextSize(std::string_view text)>;
 
 // The strokes of a curve. Neighbours on the same pixel are one point, and a stroke that stays on
-// one pixel has no line and is left out, so each stroke has two points at least.
+// one pixel has no line and is left out, so each stroke has two points at least. Of neighbours in
+// one column or one row the first, the two outermost and the last are kept, which cover the same
+// pixels: a sweep of millions of points is not drawn over itself a thousand times.
 class PlotCurve {
 public:
     std::size_t StrokeCount() const { return starts.size(); }
@@ -44,8 +46,18 @@ public:
     void End();  // of the stroke that is begun, if one is
 
 private:
+    // The last points of the stroke, as far as they stand in one column or one row.
+    struct Run {
+        std::size_t start = 0;
+        bool isColumn = false;
+        bool isRow = false;
+    };
+
+    void Squeeze(PlotPoint point);
+
     std::vector<PlotPoint> points;  // of all strokes, one behind the other
     std::vector<std::size_t> starts;
+    Run run;
     bool begun = false;
 };
 
@@ -67,6 +79,7 @@ struct PlotText {
 
 struct PlotScene {
     PlotCurve curve;
+    double curveParts = 1.0;            // steps of the curve's coordinates that make a pixel
     std::vector<PlotLine> lines;        // axes, then marks
     std::vector<PlotText> texts;        // labels, then the note
     std::vector<PlotRect> rings;        // one pixel thick, in the face colour of buttons
@@ -74,9 +87,10 @@ struct PlotScene {
 };
 
 // The scene of a page with this client rectangle; empty without a set. Labels and note have
-// `labelPrecision` decimals, which is not limited here.
+// `labelPrecision` decimals, which is not limited here. Where a picture is finer than a pixel of
+// the page, its curve is told in `curveParts` steps for each pixel, from 1 to 16.
 PlotScene BuildPlotScene(const LocusSet* set, const PlotRect& client, int labelPrecision,
-                         const MeasurePlotText& measure);
+                         const MeasurePlotText& measure, double curveParts = 1.0);
 
 // Where a sweep ended early, as the note says it; empty when it did not, and for xy.
 std::string LastParameterNote(const LocusSet& set, int labelPrecision);

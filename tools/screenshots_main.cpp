@@ -7,12 +7,16 @@
 // is written there. Exit status 1: a picture could not be taken.
 
 #include <QApplication>
+#include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDir>
 #include <QFile>
+#include <QHeaderView>
 #include <QListView>
 #include <QMenu>
 #include <QScreen>
+#include <QScrollBar>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -25,6 +29,7 @@
 #include "storage/file_bytes.h"
 #include "storage/qt_bytes.h"
 #include "windows/control_ids.h"
+#include "windows/help_viewer.h"
 #include "windows/look.h"
 
 namespace orvane {
@@ -135,6 +140,8 @@ public:
         TakeFileDialogs();
         TakeMessages();
         TakeCommandWindows();
+        TakeDialogDetails();
+        TakeNodes();
     }
 
 private:
@@ -260,6 +267,59 @@ private:
         camera.TakeOpened("locus", [this] { window.RunCommand(locus); });
     }
 
+    void TakeDialogDetails() {
+        using namespace ids::command;
+        camera.TakeOpened(
+            "all_keywords_sorted", [this] { window.RunCommand(allKeywords); },
+            [](QWidget& dialog) {
+                auto& list = ControlOf<QTableView>(dialog, ids::keywordDialog::keywordList);
+                QTest::mouseClick(list.horizontalHeader()->viewport(), Qt::LeftButton, {},
+                                  QPoint(120, 5));
+                list.selectRow(5);
+            });
+        camera.TakeOpened(
+            "text_colors_chooser", [this] { window.RunCommand(textColours); },
+            [this](QWidget& dialog) {
+                camera.TakeOpened("text_colors_chooser_open", [&dialog] {
+                    PressButton(dialog, ids::textColourDialog::firstColourButton + 4);
+                });
+            });
+        camera.TakeOpened(
+            "text_colors_restore", [this] { window.RunCommand(textColours); },
+            [this](QWidget& dialog) {
+                camera.TakeOpened("text_colors_question", [&dialog] {
+                    PressButton(dialog, ids::textColourDialog::restoreButton);
+                });
+            });
+        camera.TakeOpened(
+            "options_list", [this] { window.RunCommand(generalOptions); },
+            [](QWidget& dialog) {
+                ControlOf<QComboBox>(dialog, ids::optionsDialog::fineList).showPopup();
+            },
+            [](QWidget& dialog) {
+                ControlOf<QComboBox>(dialog, ids::optionsDialog::fineList).hidePopup();
+                dialog.close();
+            });
+    }
+
+    // The tree of a formula, in a window that holds it and in one that must be scrolled.
+    void TakeNodes() {
+        const std::string sheet = window.Editor().GetText();
+        window.Editor().SetText(
+            "radius = 2.5;\nlength(point(1, 2)) + series(k, 1, 1, 9, 1 / k) * (radius - "
+            "sqrt(-4));");
+        window.Editor().SetFocus();
+        QTest::keyClick(&View(), Qt::Key_Down);
+        const Action press = [this] {
+            if (QTest::qWaitForWindowActive(&window)) QTest::keyClick(&View(), Qt::Key_F12);
+        };
+        camera.TakeOpened("nodes", press);
+        camera.TakeOpened("nodes_scrolled", press, [](QWidget& dialog) {
+            for (auto* bar : dialog.findChildren<QScrollBar*>()) bar->setValue(bar->maximum() / 2);
+        });
+        window.Editor().SetText(sheet);
+    }
+
     MainWindow& window;
     Camera& camera;
 };
@@ -311,5 +371,6 @@ int main(int count, char** words) {
         std::cerr << "orvane_screenshots PROGRAM_FOLDER PICTURES_FOLDER\n";
         return 2;
     }
+    orvane::ProgramHelp().SetFolder(given[1] + "/help/html");
     return orvane::TakePictures(given[1], given[2]);
 }

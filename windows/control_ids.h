@@ -34,6 +34,50 @@ inline constexpr int deleteButton = 1032;
 inline constexpr int saveAsButton = 1033;
 }  // namespace fileDialog
 
+namespace aboutDialog {
+inline constexpr int scrollingText = 1050;
+}  // namespace aboutDialog
+
+namespace newsDialog {
+inline constexpr int closeButton = 1027;
+inline constexpr int page = 1051;
+}  // namespace newsDialog
+
+namespace locusWindow {
+inline constexpr int helpButton = 1028;
+inline constexpr int tabControl = 1029;
+inline constexpr int copyPicture = 33001;  // of a page's menu
+inline constexpr int savePicture = 33002;
+inline constexpr int savePoints = 33003;
+}  // namespace locusWindow
+
+namespace keywordDialog {
+inline constexpr int helpButton = 1026;
+inline constexpr int closeButton = 1027;
+inline constexpr int keywordList = 1034;
+}  // namespace keywordDialog
+
+namespace textColourDialog {
+inline constexpr int okButton = 1005;
+inline constexpr int cancelButton = 1006;
+inline constexpr int restoreButton = 1007;
+inline constexpr int firstColourButton = 1027;  // the other six follow
+}  // namespace textColourDialog
+
+namespace optionsDialog {
+inline constexpr int fineList = 1030;
+inline constexpr int applyButton = 1031;
+}  // namespace optionsDialog
+
+namespace helpWindow {
+inline constexpr int page = 1060;
+inline constexpr int backButton = 1061;
+inline constexpr int forwardButton = 1062;
+inline constexpr int contentsButton = 1063;
+inline constexpr int findBox = 1064;
+inline constexpr int notFoundLabel = 1065;
+}  // namespace helpWindow
+
 namespace command {
 inline constexpr int helpContents = 32781;
 inline constexpr int about = 32783;

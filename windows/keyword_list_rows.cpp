@@ -34,7 +34,7 @@ std::string_view KeywordListRows::Text(std::size_t row, std::size_t column) cons
     return texts[column];
 }
 
-void KeywordListRows::SortBy(std::size_t column) {
+std::vector<std::size_t> KeywordListRows::SortBy(std::size_t column) {
     std::vector<std::size_t> order(rows.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::stable_sort(order.begin(), order.end(), [&](std::size_t left, std::size_t right) {
@@ -50,6 +50,7 @@ void KeywordListRows::SortBy(std::size_t column) {
     }
     rows = std::move(sorted);
     ascending = !ascending;
+    return order;
 }
 
 std::optional<std::size_t> KeywordListRows::RowAt(int pointerY, int headerHeight, int rowHeight,

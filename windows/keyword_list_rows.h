@@ -35,8 +35,9 @@ public:
 
     // A click on the header of this column: sorts by its texts in byte order, equal ones staying in
     // the order in which they are. Kept: the direction turns with every click, whichever column it
-    // is on. The first click sorts from high to low, the second from low to high.
-    void SortBy(std::size_t column);
+    // is on. The first click sorts from high to low, the second from low to high. Answers which row
+    // each of the rows was before.
+    std::vector<std::size_t> SortBy(std::size_t column);
 
     // The row under the pointer, or none where no row is. `pointerY` counts from the top of the
     // list's column headers, `topRow` is the uppermost row in view; heights in pixels.

@@ -177,13 +177,20 @@ QRect DialogRect(const QFontMetrics& metrics, int left, int top, int width, int 
             pixels(height, baseY, 8)};
 }
 
+void PaintFrame(QPainter& painter, const QRect& rect, const QColor& topLeft,
+                const QColor& bottomRight) {
+    // Filled pixel by pixel and not drawn as lines: at every scale a frame then ends where a filled
+    // rectangle ends.
+    const int width = rect.width();
+    const int height = rect.height();
+    painter.fillRect(QRect(rect.left(), rect.top(), width - 1, 1), topLeft);
+    painter.fillRect(QRect(rect.left(), rect.top(), 1, height - 1), topLeft);
+    painter.fillRect(QRect(rect.left(), rect.bottom(), width, 1), bottomRight);
+    painter.fillRect(QRect(rect.right(), rect.top(), 1, height), bottomRight);
+}
+
 void PaintThinFrame(QPainter& painter, const QRect& rect) {
-    painter.setPen(Qt::white);
-    painter.drawLine(rect.topLeft(), rect.topRight());
-    painter.drawLine(rect.topLeft(), rect.bottomLeft());
-    painter.setPen(Qt::black);
-    painter.drawLine(rect.bottomLeft(), rect.bottomRight());
-    painter.drawLine(rect.topRight(), rect.bottomRight());
+    PaintFrame(painter, rect, Qt::white, Qt::black);
 }
 
 void NameControl(QObject& control, int id) { control.setObjectName(QString::number(id)); }

@@ -43,7 +43,11 @@ QColor ColourOf(Colour colour);
 // A to Z and a to z, y in eighths of its height.
 QRect DialogRect(const QFontMetrics& metrics, int left, int top, int width, int height);
 
-// A frame of one pixel: white on the top and left sides, black on the bottom and right ones.
+// A frame of one pixel in two colours. The corners at the ends of the right and bottom sides have
+// the colour of those.
+void PaintFrame(QPainter& painter, const QRect& rect, const QColor& topLeft,
+                const QColor& bottomRight);
+// The same, white on the top and left sides, black on the bottom and right ones.
 void PaintThinFrame(QPainter& painter, const QRect& rect);
 
 // Names a control after its number.

@@ -1,6 +1,7 @@
 #include "windows/node_drawing.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace orvane {
 
@@ -87,6 +88,36 @@ std::string NodeText(const FunctionNode& node) {
     text += "--------------- Pick\n";
     text += node.staged.ToText(1);
     return text;
+}
+
+bool Intersect(const NodeRect& left, const NodeRect& right) {
+    return left.left < right.right && right.left < left.right && left.top < right.bottom &&
+           right.top < left.bottom;
+}
+
+// The part is kept as two shares of the way, 0 where the line starts and 1 where it ends, and each
+// side of the rectangle moves one of them: the method of Liang and Barsky.
+std::optional<NodeLine> ClipLine(const NodeLine& line, const NodeRect& rect) {
+    const double wayX = static_cast<double>(line.toX) - line.fromX;
+    const double wayY = static_cast<double>(line.toY) - line.fromY;
+    double first = 0.0;
+    double last = 1.0;
+    // `way` leads out of the side, which lies `distance` ahead of the start.
+    const auto clip = [&](double way, double distance) {
+        if (way > 0) last = std::min(last, distance / way);
+        if (way < 0) first = std::max(first, distance / way);
+        return way != 0 || distance >= 0;
+    };
+    const bool isInside = clip(-wayX, static_cast<double>(line.fromX) - rect.left) &&
+                          clip(wayX, rect.right - 1.0 - line.fromX) &&
+                          clip(-wayY, static_cast<double>(line.fromY) - rect.top) &&
+                          clip(wayY, rect.bottom - 1.0 - line.fromY);
+    if (!isInside || first > last) return std::nullopt;
+    const auto at = [](std::int32_t from, double way, double share) {
+        return static_cast<std::int32_t>(std::lround(from + way * share));
+    };
+    return NodeLine{at(line.fromX, wayX, first), at(line.fromY, wayY, first),
+                    at(line.fromX, wayX, last), at(line.fromY, wayY, last)};
 }
 
 NodeRect NodeBox::Outer() const {

@@ -32,11 +32,19 @@ std::string NodeText(const FunctionNode& node);
 
 struct NodeLine {
     std::int32_t fromX = 0, fromY = 0, toX = 0, toY = 0;
+
+    bool operator==(const NodeLine&) const = default;
 };
 
 struct NodeRect {
     std::int32_t left = 0, top = 0, right = 0, bottom = 0;  // right and bottom lie outside
 };
+
+bool Intersect(const NodeRect& left, const NodeRect& right);
+
+// The part of the line that runs through the rectangle, ends rounded to whole pixels; none where it
+// misses it. A line that lies in it whole stays as it is.
+std::optional<NodeLine> ClipLine(const NodeLine& line, const NodeRect& rect);
 
 struct NodeBox {
     const FunctionNode* node = nullptr;

@@ -260,5 +260,23 @@ TEST(PlotScale, KeepsTheOriginInThePlotWhateverTheRanges) {
     }
 }
 
+TEST(ShownRanges, AreThoseOfTheSetWhereItHasSome) {
+    LocusSet set = SetWithRanges(-1, 2, -3, 4);
+    set.points = {{100, 100, true}};
+    EXPECT_EQ(ShownRanges(set), (PlotRanges{-1, 2, -3, 4}));
+    // A finished sweep without points keeps its ranges upside down.
+    set = SetWithRanges(1.7e308, -1.7e308, 1.7e308, -1.7e308);
+    EXPECT_EQ(ShownRanges(set), (PlotRanges{1.7e308, -1.7e308, 1.7e308, -1.7e308}));
+}
+
+TEST(ShownRanges, OfAFailedSweepAreThoseOfItsPoints) {
+    LocusSet set;
+    EXPECT_EQ(ShownRanges(set), PlotRanges());
+    set.points = {{3, -2, true}, {notANumber, 5, false}, {-4, 1, true}};
+    EXPECT_EQ(ShownRanges(set), (PlotRanges{-4, 3, -2, 5}));
+    set.points = {{0, 0, true}};
+    EXPECT_EQ(ShownRanges(set), PlotRanges());
+}
+
 }  // namespace
 }  // namespace orvane

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <limits>
 #include <ostream>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -110,11 +111,71 @@ TEST(PlotCurve, ComesBackToAPixelThatItLeft) {
     EXPECT_EQ(StrokesOf(SceneOf(set)), (Strokes{{{15, 470}, {615, 30}, {15, 470}}}));
 }
 
-TEST(PlotCurve, DrawsAFailedSweepWithThePlotSizeAsScale) {
+TEST(PlotCurve, OfAFailedSweepFillsThePlotLikeAnyOther) {
     LocusSet set;  // its ranges were never found
-    set.points = {{0, 0, true}, {600, 440, false}, {1200, -880, false}, {1e300, -1e300, false}};
-    EXPECT_EQ(StrokesOf(SceneOf(set)),
-              (Strokes{{{15, 470}, {16, 469}, {17, 472}, {1000015, 1000470}}}));
+    set.points = {{-300, 0, true}, {300, -440, false}, {0, -220, false}};
+    EXPECT_EQ(StrokesOf(SceneOf(set)), (Strokes{{{15, 30}, {615, 470}, {315, 250}}}));
+    // The marks stand at the ends of what was recorded.
+    EXPECT_EQ(MarksOf(SceneOf(set)),
+              (std::vector<PlotLine>{
+                  {{615, 30}, {615, 35}}, {{15, 30}, {15, 35}}, {{315, 470}, {310, 470}}}));
+}
+
+struct SqueezeRow {
+    const char* name;
+    std::vector<PlotPoint> points;
+    std::vector<PlotPoint> kept;
+};
+const SqueezeRow squeezeRows[] = {
+    {"four in a column stay", {{5, 1}, {5, 9}, {5, 3}, {5, 4}}, {{5, 1}, {5, 9}, {5, 3}, {5, 4}}},
+    {"of five in a column one goes",
+     {{5, 1}, {5, 9}, {5, 3}, {5, 4}, {5, 2}},
+     {{5, 1}, {5, 3}, {5, 9}, {5, 2}}},
+    {"the last is an outermost one",
+     {{5, 4}, {5, 3}, {5, 5}, {5, 2}, {5, 6}, {5, 7}},
+     {{5, 4}, {5, 2}, {5, 6}, {5, 7}}},
+    {"a row", {{1, 5}, {2, 5}, {3, 5}, {4, 5}, {5, 5}, {0, 5}}, {{1, 5}, {5, 5}, {2, 5}, {0, 5}}},
+    {"straight on and never back",
+     {{9, 5}, {7, 5}, {6, 5}, {4, 5}, {3, 5}, {1, 5}},
+     {{9, 5}, {7, 5}, {3, 5}, {1, 5}}},
+    {"a corner is the end of one run and the start of the next",
+     {{0, 0}, {0, 1}, {0, 2}, {0, 3}, {0, 4}, {1, 4}, {2, 4}, {3, 4}, {4, 4}},
+     {{0, 0}, {0, 1}, {0, 3}, {0, 4}, {1, 4}, {3, 4}, {4, 4}}},
+    {"slopes are left alone",
+     {{0, 0}, {1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 5}},
+     {{0, 0}, {1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 5}}},
+};
+
+TEST(PlotCurve, KeepsTheEndsOfRunsInAColumnOrARow) {
+    for (const SqueezeRow& row : squeezeRows) {
+        SCOPED_TRACE(row.name);
+        PlotCurve curve;
+        curve.Begin({100, 100});  // a stroke of its own, so that the run does not begin at 0
+        curve.LineTo({101, 102});
+        curve.Begin(row.points.front());
+        for (const PlotPoint point : row.points) curve.LineTo(point);
+        curve.End();
+        ASSERT_EQ(curve.StrokeCount(), 2u);
+        const auto stroke = curve.Stroke(1);
+        EXPECT_EQ(std::vector<PlotPoint>(stroke.begin(), stroke.end()), row.kept);
+    }
+}
+
+TEST(PlotCurve, ComesInStepsFinerThanAPixel) {
+    const LocusSet set =
+        SetOf({{-300, -220, true}, {0.5, 0.25, false}, {10.1, 10.2, false}, {300, 220, false}});
+    const PlotScene scene = BuildPlotScene(&set, page, 2, MeasureSevens, 8);
+    EXPECT_EQ(scene.curveParts, 8.0);
+    EXPECT_EQ(StrokesOf(scene), (Strokes{{{15 * 8, 470 * 8},
+                                          {315 * 8 + 4, 250 * 8 - 2},
+                                          {315 * 8 + 81, 250 * 8 - 82},
+                                          {615 * 8, 30 * 8}}}));
+    const PlotScene plain = SceneOf(set);
+    EXPECT_EQ(plain.curveParts, 1.0);
+    EXPECT_EQ(scene.lines, plain.lines);
+    EXPECT_EQ(scene.texts, plain.texts);
+    EXPECT_EQ(StrokesOf(BuildPlotScene(&set, page, 2, MeasureSevens, 1.5)),
+              (Strokes{{{22, 705}, {473, 375}, {487, 360}, {922, 45}}}));
 }
 
 TEST(PlotScene, DrawsAxesWithArrows) {
@@ -424,15 +485,19 @@ TEST(PlotScene, DrawsTenMillionPointsAsTheirPixels) {
     LocusSet set;
     set.points.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
-        set.points.push_back({static_cast<double>(i) * 600 / (count - 1), 0.0, i == 0});
+        const double x = static_cast<double>(i) * 600 / (count - 1);
+        set.points.push_back({x, i % 2 == 0 ? 0.0 : 440.0, i == 0});
     }
     set.maxX = 600;
+    set.maxY = 440;
     const Strokes strokes = StrokesOf(SceneOf(set));
     ASSERT_EQ(strokes.size(), 1u);
-    ASSERT_EQ(strokes[0].size(), 601u);
-    for (int i = 0; i <= 600; ++i) {
-        EXPECT_EQ(strokes[0][static_cast<std::size_t>(i)], (PlotPoint{15 + i, 470}));
-    }
+    EXPECT_LE(strokes[0].size(), 601u * 4);
+    // Each column from top to bottom.
+    std::vector<std::set<int>> ends(616);
+    for (const PlotPoint point : strokes[0])
+        ends.at(static_cast<std::size_t>(point.x)).insert(point.y);
+    for (std::size_t x = 15; x <= 615; ++x) EXPECT_EQ(ends[x], (std::set<int>{30, 470})) << x;
 
     for (LocusPoint& point : set.points) point.penUp = true;
     EXPECT_EQ(SceneOf(set).curve.StrokeCount(), 0u);

@@ -5,6 +5,8 @@
 #include <QScreen>
 #include <QTest>
 
+#include "tests/support/active_window.h"
+
 namespace orvane {
 
 void FormulaViewTest::SetUp() {
@@ -14,7 +16,7 @@ void FormulaViewTest::SetUp() {
     editor.setGeometry(20, 30, 480, 330);
     window.show();
     window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(test::MakeActive(window));
     editor.SetFocus();
     ASSERT_TRUE(QTest::qWaitFor([this] { return view.hasFocus(); }));
     Settle();

@@ -4,13 +4,14 @@
 
 #include "core/calc_parameters.h"
 #include "storage/file_bytes.h"
+#include "tests/support/active_window.h"
 
 namespace orvane {
 
 MainWindow& MainWindowTest::Start() {
     window = std::make_unique<MainWindow>(folder.path().toStdString());
     window->Open();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    EXPECT_TRUE(test::MakeActive(*window));
     return *window;
 }
 

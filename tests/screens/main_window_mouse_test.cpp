@@ -12,7 +12,9 @@
 #include "app/widget_place.h"
 #include "core/calc_parameters.h"
 #include "tests/screens/main_window_fixture.h"
+#include "tests/support/active_window.h"
 #include "windows/control_ids.h"
+#include "windows/help_viewer.h"
 #include "windows/look.h"
 
 // What the mouse does to the menu strip and the painted buttons, and what the user sees of it.
@@ -149,7 +151,60 @@ TEST_F(MainWindowTest, OpensEachPopupUnderItsHoveredLabel) {
     }
 }
 
+// What a menu item opens: a dialog of this title, or this page of the help.
+struct Opened {
+    int id;
+    const char* dialog;
+    const char* page;
+};
+
+constexpr Opened openedByItems[] = {
+    {ids::command::textColours, "Text color options", ""},
+    {ids::command::generalOptions, "Options", ""},
+    {ids::command::locus, "Locus", ""},
+    {ids::command::allKeywords, "All keywords", ""},
+    {ids::command::openSamples, "Sample files", ""},
+    {ids::command::softwareNews, "Software news", ""},
+    {ids::command::about, "About", ""},
+    {ids::command::helpContents, "", "about/about.htm"},
+    {32850, "", "sentence/number.htm"},
+    {32851, "", "sentence/operator.htm"},
+    {32852, "", "sentence/formula/outputkey.htm"},
+    {32824, "", "function/function.htm"},
+    {32825, "", "function/string.htm"},
+    {32826, "", "function/bits.htm"},
+    {32827, "", "function/logic.htm"},
+    {32828, "", "function/condition.htm"},
+    {32829, "", "function/normal.htm"},
+    {32830, "", "function/statistics.htm"},
+    {32831, "", "function/point.htm"},
+    {32832, "", "function/vectormatrix.htm"},
+    {32833, "", "function/variable/integral.htm"},
+    {32834, "", "function/variable/series.htm"},
+    {32835, "", "function/variable/product.htm"},
+    {32836, "", "function/variable/equation.htm"},
+    {32837, "", "function/variable/locus.htm"},
+    {32838, "", "function/complex.htm"},
+    {32839, "", "function/operator.htm"},
+};
+
+Opened OpenedBy(int id) {
+    for (const Opened& opened : openedByItems) {
+        if (opened.id == id) return opened;
+    }
+    return {id, "", ""};
+}
+
+// The page in the help window, which is closed then.
+QString ClosedHelpPage() {
+    HelpWindow* const help = ProgramHelp().Window();
+    if (help == nullptr || !help->isVisible()) return {};
+    help->close();
+    return help->Browser().ShownTopic();
+}
+
 TEST_F(MainWindowTest, RunsTheCommandOfEveryMenuItem) {
+    ProgramHelp().SetFolder(QStringLiteral(ORVANE_HELP_FOLDER));
     MainWindow& shown = Start();
     for (const CommandRow& row : CommandRows()) {
         SCOPED_TRACE(row.text);
@@ -172,9 +227,10 @@ TEST_F(MainWindowTest, RunsTheCommandOfEveryMenuItem) {
                   row.id == ids::command::blackOutput);
         EXPECT_EQ(calcParameters.alwaysOnTop != before.alwaysOnTop,
                   row.id == ids::command::alwaysOnTop);
-        if (row.id == ids::command::openSamples) {
-            EXPECT_EQ(dialogs.titles, QStringList("Sample files"));
-        }
+        const Opened opened = OpenedBy(row.id);
+        EXPECT_EQ(dialogs.titles.join('|'), opened.dialog);
+        EXPECT_EQ(ClosedHelpPage(), opened.page);
+        ASSERT_TRUE(test::MakeActive(shown));
     }
 }
 

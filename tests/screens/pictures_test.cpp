@@ -69,6 +69,13 @@ TEST(Pictures, HoldTheImagesOfTheEditorsMenu) {
     }
 }
 
+TEST(Pictures, HoldTheColourButtonsUpAndDown) {
+    for (const char* name : {"colour_up", "colour_down"}) {
+        ExpectBothSizes(QStringLiteral("buttons"), name, 22);
+    }
+    EXPECT_NE(QImage(":/buttons/colour_up.png"), QImage(":/buttons/colour_down.png"));
+}
+
 TEST(Pictures, HoldTheArrowsAndTheHand) {
     for (const char* name : {"up", "down"}) ExpectBothSizes(QStringLiteral("arrows"), name, 16);
     ExpectBothSizes(QStringLiteral("cursors"), "hand", 24);

@@ -13,6 +13,7 @@
 
 #include "editor/keyword_popup.h"
 #include "editor/parameter_hint.h"
+#include "tests/support/active_window.h"
 #include "windows/look.h"
 
 namespace orvane {
@@ -41,7 +42,7 @@ protected:
         window.show();
         text.setFocus();
         window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        ASSERT_TRUE(test::MakeActive(window));
         ASSERT_TRUE(QTest::qWaitFor([&] { return text.hasFocus(); }));
     }
 

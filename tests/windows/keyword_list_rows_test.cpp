@@ -413,9 +413,22 @@ TEST(SortBy, LetsAHeaderInFrontCountAsItself) {
     EXPECT_EQ(Names(list), (std::vector<std::string>{"a", "b", "m", "p", "z"}));
 }
 
+TEST(SortBy, AnswersWhereEachRowWas) {
+    KeywordListRows list;
+    for (const std::size_t column : {1u, 1u, 0u, 4u}) {
+        SCOPED_TRACE(column);
+        const std::vector<RowTexts> before = AllTextsOf(list);
+        const std::vector<std::size_t> oldRows = list.SortBy(column);
+        ASSERT_EQ(oldRows.size(), before.size());
+        for (std::size_t row = 0; row < oldRows.size(); ++row) {
+            EXPECT_EQ(TextsOf(list, row), before[oldRows[row]]);
+        }
+    }
+}
+
 TEST(SortBy, LeavesAnEmptyListEmpty) {
     KeywordListRows list = ListOf({});
-    list.SortBy(0);
+    EXPECT_TRUE(list.SortBy(0).empty());
     EXPECT_EQ(list.Size(), 0u);
 }
 

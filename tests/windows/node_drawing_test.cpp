@@ -2,11 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace orvane {
+
+void PrintTo(const NodeLine& line, std::ostream* out) {
+    *out << line.fromX << ' ' << line.fromY << " to " << line.toX << ' ' << line.toY;
+}
+
 namespace {
 
 void Adopt(FunctionNode& parent, std::span<FunctionNode> children) {
@@ -162,6 +169,56 @@ TEST(PlaceNodeTree, PutsChildrenInAColumnWithLinesToTheirMiddles) {
         EXPECT_EQ(box.line->fromY, rows[at].fromY);
         EXPECT_EQ(box.line->toX, rows[at].toX);
         EXPECT_EQ(box.line->toY, rows[at].toY);
+    }
+}
+
+TEST(Intersect, NeedsAPixelInCommon) {
+    constexpr NodeRect rect = {10, 20, 30, 40};
+    struct Row {
+        NodeRect other;
+        bool intersects;
+    };
+    constexpr Row rows[] = {
+        {{10, 20, 30, 40}, true},  {{0, 0, 100, 100}, true},  {{15, 25, 16, 26}, true},
+        {{29, 39, 50, 50}, true},  {{30, 20, 50, 40}, false}, {{0, 20, 10, 40}, false},
+        {{10, 40, 30, 60}, false}, {{10, 0, 30, 20}, false},  {{0, 0, 11, 21}, true}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.other.left << ' ' << row.other.top);
+        EXPECT_EQ(Intersect(rect, row.other), row.intersects);
+        EXPECT_EQ(Intersect(row.other, rect), row.intersects);
+    }
+}
+
+// The rectangle's pixels go from 0 to 99 and from 0 to 49.
+TEST(ClipLine, KeepsThePartInTheRectangle) {
+    constexpr NodeRect rect = {0, 0, 100, 50};
+    constexpr std::int32_t far = 1'000'000'000;
+    struct Row {
+        NodeLine line;
+        std::optional<NodeLine> part;
+    };
+    const Row rows[] = {
+        {{3, 4, 90, 30}, NodeLine{3, 4, 90, 30}},
+        {{0, 0, 99, 49}, NodeLine{0, 0, 99, 49}},
+        {{7, 7, 7, 7}, NodeLine{7, 7, 7, 7}},
+        {{-100, 10, 200, 10}, NodeLine{0, 10, 99, 10}},
+        {{200, 10, -100, 10}, NodeLine{99, 10, 0, 10}},
+        {{20, -30, 20, 80}, NodeLine{20, 0, 20, 49}},
+        {{-10, -10, 200, 200}, NodeLine{0, 0, 49, 49}},
+        {{10, 20, 10, far}, NodeLine{10, 20, 10, 49}},
+        {{40, -far, 65, far}, NodeLine{53, 0, 53, 49}},  // 52.5, away from zero
+        {{-far, -far, far, far}, NodeLine{0, 0, 49, 49}},
+        {{-1, 0, -1, 49}, std::nullopt},
+        {{100, 0, 100, 49}, std::nullopt},
+        {{0, -1, 99, -1}, std::nullopt},
+        {{0, 50, 99, 50}, std::nullopt},
+        {{-30, 10, -2, 12}, std::nullopt},
+        {{-20, 40, 20, 80}, std::nullopt},  // past the corner
+        {{150, 150, 150, 150}, std::nullopt},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.line.fromX << ' ' << row.line.fromY);
+        EXPECT_EQ(ClipLine(row.line, rect), row.part);
     }
 }
 
