@@ -64,10 +64,11 @@ std::optional<QString> AskPath(QWidget* owner, const char* title, std::span<cons
     return std::nullopt;
 }
 
-// Gives the reason of a failure, or nothing. The old file stays until the new one is whole.
+// Gives the reason of a failure, or nothing. The old file stays until the new one is whole. Not
+// buffered: what a buffer can't bring to a full disk at the end, nobody would be told of.
 std::optional<QString> WritePoints(const LocusSet& curve, const QString& path) {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) return file.errorString();
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) return file.errorString();
     const NextPiece nextPiece = PointsText(curve);
     for (std::string piece = nextPiece(); !piece.empty(); piece = nextPiece()) {
         const auto size = static_cast<qint64>(piece.size());
