@@ -99,10 +99,12 @@ std::optional<int> SentenceAt(std::string_view sheet, std::size_t place) {
 InspectedSentence InspectSentence(std::string_view sheet, std::size_t place,
                                   CalcParameters parameters, ProgressDisplay& progress) {
     InspectedSentence inspected;
-    const std::optional<int> index = SentenceAt(sheet, place);
-    if (!index) {
-        inspected.message =
-            sheet.empty() ? emptySheetMessage : "There is no sentence at the caret.";
+    // A sheet that no run takes is not cut: the run says what is the matter with it.
+    sheet = sheet.substr(0, sheet.find('\0'));
+    const bool isTaken = !sheet.empty() && sheet.size() <= largestSheet;
+    const std::optional<int> index = isTaken ? SentenceAt(sheet, place) : std::nullopt;
+    if (isTaken && !index) {
+        inspected.message = "There is no sentence at the caret.";
         return inspected;
     }
     const CurvesAside aside;

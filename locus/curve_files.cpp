@@ -2,13 +2,13 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <algorithm>
 #include <optional>
 #include <span>
 
 #include "locus/plot_pictures.h"
 #include "locus/points_text.h"
+#include "locus/whole_file.h"
 #include "storage/qt_bytes.h"
 #include "windows/message_box.h"
 
@@ -64,20 +64,6 @@ std::optional<QString> AskPath(QWidget* owner, const char* title, std::span<cons
     return std::nullopt;
 }
 
-// Gives the reason of a failure, or nothing. The old file stays until the new one is whole. Not
-// buffered: what a buffer can't bring to a full disk at the end, nobody would be told of.
-std::optional<QString> WritePoints(const LocusSet& curve, const QString& path) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) return file.errorString();
-    const NextPiece nextPiece = PointsText(curve);
-    for (std::string piece = nextPiece(); !piece.empty(); piece = nextPiece()) {
-        const auto size = static_cast<qint64>(piece.size());
-        if (file.write(piece.data(), size) != size) return file.errorString();
-    }
-    if (!file.commit()) return file.errorString();
-    return std::nullopt;
-}
-
 void TellFailure(QWidget* owner, const QString& path, const std::optional<QString>& failure) {
     if (!failure) return;
     const std::string name = BytesFrom(QFileInfo(path).fileName());
@@ -97,7 +83,7 @@ void SavePicture(QWidget* owner, const LocusSet& curve, QSize size, int labelPre
 void SavePoints(QWidget* owner, const LocusSet& curve) {
     const QString name = QStringFrom(PointsName(curve));
     const std::optional<QString> path = AskPath(owner, "Save points", pointKinds, name);
-    if (path) TellFailure(owner, *path, WritePoints(curve, *path));
+    if (path) TellFailure(owner, *path, WriteWholeFile(*path, PointsText(curve)));
 }
 
 }  // namespace orvane

@@ -6,12 +6,13 @@
 #include <QPageLayout>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 #include <array>
+#include <utility>
 
 #include "locus/locus_layout.h"
 #include "locus/plot_painter.h"
+#include "locus/whole_file.h"
 #include "storage/qt_bytes.h"
 
 namespace orvane {
@@ -91,20 +92,6 @@ constexpr std::array<FormatRow, 3> formatRows{{
     {PictureFormat::pdf, "pdf", MakePdf},
 }};
 
-// The file is not buffered: a buffer that is written out at the end would hide that the disk is
-// full, and half a picture would take the place of the one before.
-std::optional<QString> WriteWhole(const QByteArray& bytes, const QString& path) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) return file.errorString();
-    for (qint64 written = 0; written < bytes.size();) {
-        const qint64 count = file.write(bytes.constData() + written, bytes.size() - written);
-        if (count <= 0) return file.errorString();
-        written += count;
-    }
-    if (!file.commit()) return file.errorString();
-    return std::nullopt;
-}
-
 bool IsTooLarge(QSize size) {
     return size.width() > longestPictureSide || size.height() > longestPictureSide;
 }
@@ -138,15 +125,15 @@ std::optional<QString> SavePlotPicture(const LocusSet& set, QSize size, int labe
     if (IsTooLarge(size)) {
         return QStringLiteral("a picture has at most %1 pixels a side").arg(longestPictureSide);
     }
-    // A device or a pipe would be replaced by a file.
-    const QFileInfo there(path);
-    if (there.exists() && !there.isFile()) return QStringLiteral("it is no plain file");
     QByteArray bytes;
     for (const FormatRow& row : formatRows) {
         if (row.format != format) continue;
         if (const auto reason = row.make(set, size, labelPrecision, bytes)) return reason;
     }
-    return WriteWhole(bytes, path);
+    return WriteWholeFile(path, [&bytes, next = qsizetype{0}]() mutable {
+        constexpr qsizetype pieceSize = 1 << 20;
+        return bytes.mid(std::exchange(next, next + pieceSize), pieceSize).toStdString();
+    });
 }
 
 }  // namespace orvane

@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <QApplication>
 #include <QFile>
+#include <QFontInfo>
 #include <array>
 #include <cstdlib>
 #include <memory>
@@ -40,14 +41,19 @@ public:
         PrepareLook();
         application = std::make_unique<QApplication>(count, words.data());
         ApplyLook(*application);
+        // The toolkit draws boxes then, and tells nobody.
+        if (QFontInfo(InterfaceFont()).family().isEmpty()) {
+            PrintError("no font is installed, so the labels can't be read");
+        }
     }
 
 private:
     // Ahead of the application object, which reads these once.
     struct Surroundings {
         Surroundings() {
-            for (const char* name : {"QT_QPA_PLATFORMTHEME", "QT_STYLE_OVERRIDE", "QT_FONT_DPI",
-                                     "QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS"}) {
+            for (const char* name :
+                 {"QT_QPA_PLATFORMTHEME", "QT_STYLE_OVERRIDE", "QT_FONT_DPI", "QT_SCALE_FACTOR",
+                  "QT_SCREEN_SCALE_FACTORS", "QT_FATAL_WARNINGS"}) {
                 qunsetenv(name);
             }
             qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -96,7 +102,8 @@ int DrawCurves(const PlotOptions& options) {
 }
 
 void AddPictureOptions(CLI::App& app, PlotOptions& options) {
-    app.add_option("-o,--output", options.folder, "The folder that gets a picture of each curve")
+    app.add_option("-o,--output", options.folder,
+                   "The folder for the pictures, such as 3_polar.svg of sentence 3")
         ->take_last()
         ->type_name("folder")
         ->option_text("DIR (needed)");

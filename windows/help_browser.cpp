@@ -3,8 +3,11 @@
 #include <QDesktopServices>
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
+#include <QPainter>
 #include <QRegularExpression>
 #include <QScrollBar>
+#include <QSvgRenderer>
 #include <QTextDocument>
 #include <QWheelEvent>
 #include <algorithm>
@@ -36,6 +39,21 @@ QString WithPaddedBlocks(QString page) {
         R"(<table class="\1" width="100%" cellspacing="0" cellpadding="8"><tr><td class="\1">)"
         R"(<pre class="\1">\2</pre></td></tr></table>)");
     return page.replace(block, table);
+}
+
+// A picture of lines with as many pixels as the screen has for it, so that it is sharp at every
+// scale.
+QImage Drawn(const QByteArray& svg, qreal scale) {
+    QSvgRenderer renderer(svg);
+    QImage picture((renderer.viewBoxF().size() * scale).toSize(),
+                   QImage::Format_ARGB32_Premultiplied);
+    if (picture.isNull()) return picture;
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    renderer.render(&painter);
+    painter.end();
+    picture.setDevicePixelRatio(scale);
+    return picture;
 }
 
 QPalette PagePalette(QPalette palette) {
@@ -116,6 +134,7 @@ QVariant HelpBrowser::loadResource(int type, const QUrl& name) {
     QFile file(PathOf(source().resolved(name)));
     if (file.fileName().isEmpty() || !file.open(QIODevice::ReadOnly)) return {};
     const QByteArray bytes = file.readAll();
+    if (file.fileName().endsWith(QStringLiteral(".svg"))) return Drawn(bytes, devicePixelRatioF());
     if (type != QTextDocument::HtmlResource) return bytes;
     return WithPaddedBlocks(QString::fromUtf8(bytes));
 }

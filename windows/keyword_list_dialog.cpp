@@ -10,6 +10,8 @@
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <algorithm>
+#include <functional>
+#include <optional>
 #include <utility>
 
 #include "storage/qt_bytes.h"
@@ -83,6 +85,9 @@ public:
     explicit ColumnHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
 
 protected:
+    void mouseDoubleClickEvent(QMouseEvent* event) override {
+        if (event->button() == Qt::LeftButton) QHeaderView::mouseDoubleClickEvent(event);
+    }
     void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override {
         QHeaderView::initStyleOptionForIndex(option, section);
         const int margin = style()->pixelMetric(QStyle::PM_HeaderMargin, option, this);
@@ -141,9 +146,10 @@ KeywordTableView::KeywordTableView(QWidget* parent) : QTableView(parent) {
     header.setSectionsClickable(true);
     connect(&header, &QHeaderView::sectionClicked, this,
             [this](int column) { keywords.SortBy(column); });
-    // A quick second click is a click like any other.
-    connect(&header, &QHeaderView::sectionDoubleClicked, this,
-            [this](int column) { keywords.SortBy(column); });
+    // A quick second click is a click like any other. One behind the last column comes as well.
+    connect(&header, &QHeaderView::sectionDoubleClicked, this, [this](int column) {
+        if (column >= 0) keywords.SortBy(column);
+    });
 }
 
 void KeywordTableView::mouseDoubleClickEvent(QMouseEvent* event) {

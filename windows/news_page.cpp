@@ -201,14 +201,15 @@ void PageFetch::ReadHead() {
     }
 }
 
-void PageFetch::ReadBody() {
+bool PageFetch::ReadBody() {
     body += reply->read(limits.bytes + 1 - body.size());
-    if (body.size() > limits.bytes) Fail(Sentence("The page is too long."));
+    const bool isWithin = body.size() <= limits.bytes;
+    if (!isWithin) Fail(Sentence("The page is too long."));
+    return isWithin;
 }
 
 void PageFetch::Finish() {
-    ReadBody();
-    if (reply == nullptr) return;
+    if (!ReadBody()) return;
     const int status = StatusOf(*reply);
     if (status != 0 && (status < 200 || status >= 300))
         return Fail(ReasonForStatus(*reply, status));
@@ -218,7 +219,8 @@ void PageFetch::Finish() {
     const std::optional<WebPage> page = ReadPage(reply->url(), type, body);
     if (!page) return Fail(Sentence("The server sent something that is not a page of text."));
     Stop();
-    onPage(*page);
+    const auto arrived = std::exchange(onPage, {});
+    arrived(*page);
 }
 
 void PageFetch::Follow(const QUrl& address) {
@@ -234,7 +236,8 @@ void PageFetch::Follow(const QUrl& address) {
 
 void PageFetch::Fail(const QString& reason) {
     Stop();
-    onFailure(reason);
+    const auto failed = std::exchange(onFailure, {});
+    failed(reason);
 }
 
 }  // namespace orvane

@@ -16,7 +16,7 @@
 namespace orvane {
 
 struct PageLimits {
-    qint64 bytes = 1024 * 1024;
+    qint64 bytes = 512 * 1024;
     int answerMilliseconds = 15'000;  // until a server answers, for each address
     int wholeMilliseconds = 60'000;   // until the page is there
     int redirects = 5;
@@ -48,7 +48,8 @@ public:
     PageFetch(const PageFetch&) = delete;
     PageFetch& operator=(const PageFetch&) = delete;
 
-    // One of the two is called, once, some time after this returns; `reason` is a sentence.
+    // One of the two is called, once, some time after this returns; it may start the next question.
+    // `reason` is a sentence.
     void Start(const QUrl& address, std::function<void(const WebPage& page)> arrived,
                std::function<void(const QString& reason)> failed);
     // Neither is called from here on.
@@ -64,7 +65,7 @@ private:
     void Drop();
     void Ask(const QUrl& address);
     void ReadHead();
-    void ReadBody();
+    bool ReadBody();  // whether the page is still within the limit
     void Finish();
     void Follow(const QUrl& address);
     void Fail(const QString& reason);

@@ -68,15 +68,25 @@ NodeTreeView::NodeTreeView(FunctionNode& root, QWidget* parent)
     viewport()->setBackgroundRole(QPalette::Window);
 }
 
+// Which bars there are follows from the window's size alone. Bars that come and go by their ranges
+// would keep each other by the room that they take.
 void NodeTreeView::resizeEvent(QResizeEvent* event) {
     QAbstractScrollArea::resizeEvent(event);
+    QScrollBar& across = *horizontalScrollBar();
+    QScrollBar& down = *verticalScrollBar();
+    bool isTooHigh = extent.height() > height();
+    const bool isTooWide = extent.width() > width() - (isTooHigh ? down.sizeHint().width() : 0);
+    isTooHigh = extent.height() > height() - (isTooWide ? across.sizeHint().height() : 0);
+    setHorizontalScrollBarPolicy(isTooWide ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(isTooHigh ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+
     const auto setRange = [](QScrollBar& bar, int whole, int shown) {
         bar.setRange(0, std::max(whole - shown, 0));
         bar.setPageStep(shown);
         bar.setSingleStep(scrollStep);
     };
-    setRange(*horizontalScrollBar(), extent.width(), viewport()->width());
-    setRange(*verticalScrollBar(), extent.height(), viewport()->height());
+    setRange(across, extent.width(), viewport()->width());
+    setRange(down, extent.height(), viewport()->height());
 }
 
 void NodeTreeView::paintEvent(QPaintEvent* event) {

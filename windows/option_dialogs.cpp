@@ -147,12 +147,11 @@ TextColourDialog::TextColourDialog(QWidget* owner, const TextColours& colours,
     okButton.setFocus();
 }
 
-// No button but OK answers to Enter.
+// Enter presses OK, and where one of the other two has the focus, that one.
 template <typename Action>
 void TextColourDialog::PutButton(QPushButton& button, int id, int top, Action action) {
     NameControl(button, id);
     button.setGeometry(PixelsOf(174, top, 47, 14));
-    button.setAutoDefault(false);
     connect(&button, &QPushButton::clicked, this, action);
 }
 

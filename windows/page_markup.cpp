@@ -66,15 +66,19 @@ class WordBreaker {
 public:
     void Copy(QStringView text, QString& copy) {
         for (const QChar c : text) {
-            const bool isTorn = (entityLeft > 0 && IsOfEntity(c)) || c.isLowSurrogate();
-            if (letters >= longestWord && !isTorn) {
+            const bool isInEntity = entityLeft > 0 && IsOfEntity(c);
+            if (letters >= longestWord && !isInEntity && !c.isLowSurrogate()) {
                 copy += QChar(0x200B);
                 letters = 0;
             }
             // Line separators would make one paragraph of all lines.
             copy += c == QChar::LineSeparator ? QChar(u'\n') : c;
             letters = EndsWord(c) ? 0 : letters + 1;
-            entityLeft = c == u'&' ? longestEntity : IsOfEntity(c) ? entityLeft - 1 : 0;
+            if (c == u'&') {
+                entityLeft = longestEntity;
+            } else {
+                entityLeft = isInEntity && c != u';' ? entityLeft - 1 : 0;
+            }
         }
     }
 

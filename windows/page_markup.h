@@ -12,7 +12,8 @@ namespace orvane {
 // page to read.
 std::optional<QString> ShowableMarkup(const QString& page);
 
-// Words that no line can hold get places to break that are not seen.
+// Words that no line can hold get places to break that are not seen: the time that a text control
+// takes for a word grows with the square of its length.
 QString WithBreaks(const QString& text);
 
 }  // namespace orvane

@@ -22,6 +22,9 @@ constexpr FaceRow faceRows[] = {
      {"Nunito", "Varela Round", "Comfortaa", "Quicksand", "URW Gothic", "Liberation Sans"}},
 };
 
+// Far outside every canvas, and small enough to be added to any place of a layout.
+constexpr std::int32_t widestBorder = 1'000'000'000;
+
 QRect RectOf(const LabelRect& rect) { return {rect.left, rect.top, rect.width, rect.height}; }
 
 class PicturePainter {
@@ -65,7 +68,8 @@ private:
     // The border is seen only where it has a colour; its room is there in any case.
     void DrawPicture(const LabelItem& item, const LabelRect& rect) {
         const QRect outside = RectOf(rect);
-        const QRect inside = outside.adjusted(item.border, item.border, -item.border, -item.border);
+        const int border = std::clamp(item.border, -widestBorder, widestBorder);
+        const QRect inside = outside.adjusted(border, border, -border, -border);
         if (item.border > 0) Fill(outside, item.colour);
         painter.drawPixmap(inside, bitmaps(item.amount));
     }

@@ -46,9 +46,13 @@ struct ScreenPlace {
 };
 
 std::vector<LabelStrip> StripsOn(const ScreenPlace& screen, const LabelScroller& scroller,
-                                 const LabelLayout& placement) {
+                                 const LabelLayout& placement, std::int32_t controlHeight) {
     LabelScroller scaled;
-    scaled.scrollOffset = screen.Scaled(scroller.scrollOffset);
+    // Rounding may make the control lower than a text that just fits; that stands still none the
+    // less.
+    if (LabelScroller::Scrolls(placement, controlHeight)) {
+        scaled.scrollOffset = screen.Scaled(scroller.scrollOffset);
+    }
     const LabelLayout text{{}, {}, screen.Scaled(placement.totalHeight)};
     return scaled.Strips(text, screen.height);
 }
@@ -123,7 +127,7 @@ void RichTextLabel::paintEvent(QPaintEvent*) {
     const ScreenPlace screen(toScreen, size());
     DrawPictures(screen.scale);
     painter.setWorldTransform(toScreen.inverted(), true);
-    for (const LabelStrip& strip : StripsOn(screen, scroller, placement)) {
+    for (const LabelStrip& strip : StripsOn(screen, scroller, placement, height())) {
         const QPoint corner(screen.left, screen.top + strip.controlTop - strip.pictureTop);
         const QRect rows(0, strip.pictureTop, screen.width, strip.height);
         const auto copy = [&](const QPixmap& picture, const QRect& part) {

@@ -36,6 +36,7 @@ private:
     LabelLayout layout;
     std::vector<LabelPiece> line;  // `left` counts from the start of the line
     std::int32_t lineWidth = 0, lineHeight = 0;
+    bool hasRun = false;  // on the line, besides pictures
     std::int32_t top = 0;
     // Long rows of empty lines ask for one and the same height.
     std::size_t blankFont = noLink;
@@ -58,7 +59,8 @@ void LinePlacer::PlaceItem(std::size_t index) {
         case LabelItemKind::rule:
             return PlaceRule(index);
         case LabelItemKind::lineEnd:
-            if (line.empty()) lineHeight = BlankHeight(item.font);
+            // Kept: a line of pictures alone is as high as a blank too; they reach out of it.
+            if (!hasRun) lineHeight = BlankHeight(item.font);
             return EndLine(item);
         case LabelItemKind::verticalSpace:
             if (!line.empty()) EndLine(item);
@@ -79,6 +81,7 @@ void LinePlacer::AddRun(std::size_t index) {
         size = {std::max(size.width, hot.width), std::max(size.height, hot.height)};
     }
     AddPiece(index, size);
+    hasRun = true;
 }
 
 void LinePlacer::AddPicture(std::size_t index) {
@@ -123,6 +126,7 @@ void LinePlacer::EndLine(const LabelItem& item) {
     top = Limited(std::int64_t{top} + lineHeight);
     line.clear();
     lineWidth = lineHeight = 0;
+    hasRun = false;
 }
 
 std::int32_t LinePlacer::BlankHeight(std::size_t font) {

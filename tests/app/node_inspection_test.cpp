@@ -175,9 +175,17 @@ TEST(InspectSentence, TellsWhyThereIsNoTree) {
 TEST(InspectSentence, RefusesASheetThatIsTooLarge) {
     std::string sheet(largestSheet + 1, ' ');
     sheet[0] = '1';
-    const InspectedSentence found = Inspect(sheet, 0);
-    EXPECT_EQ(found.root, nullptr);
-    EXPECT_EQ(found.message, largeSheetMessage);
+    for (const std::size_t place : {std::size_t{0}, sheet.size(), sheet.size() + 1}) {
+        const InspectedSentence found = Inspect(sheet, place);
+        EXPECT_EQ(found.root, nullptr);
+        EXPECT_EQ(found.message, largeSheetMessage);
+    }
+    // A NUL ends the sheet, wherever the caret stands.
+    sheet[1] = '\0';
+    EXPECT_NE(Inspect(sheet, 0).root, nullptr);
+    EXPECT_EQ(Inspect(sheet, 5).message, "There is no sentence at the caret.");
+    sheet[0] = '\0';
+    EXPECT_EQ(Inspect(sheet, 0).message, emptySheetMessage);
 }
 
 TEST(InspectSentence, LeavesTheCurvesOfTheLastRunAlone) {

@@ -7,6 +7,7 @@
 
 #include "functions/keyword_table.h"
 #include "tests/support/help_folder.h"
+#include "tests/support/sheet_files.h"
 #include "windows/help_topics.h"
 
 namespace orvane {
@@ -73,6 +74,22 @@ TEST(HelpLinks, ReachEveryPageFromTheContents) {
         }
     }
     for (const std::string& page : HelpPaths()) EXPECT_TRUE(reached.contains(page)) << page;
+}
+
+TEST(HelpFolder, StandsBesideTheProgramFileByFile) {
+    const std::filesystem::path folder = ORVANE_HELP_FOLDER;
+    const std::filesystem::path copies = ORVANE_HELP_COPIES;
+    const auto filesIn = [](const std::filesystem::path& top) {
+        std::set<std::string> files;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(top)) {
+            if (entry.is_regular_file()) files.insert(entry.path().lexically_relative(top));
+        }
+        return files;
+    };
+    EXPECT_EQ(filesIn(copies), filesIn(folder));
+    for (const std::string& file : filesIn(folder)) {
+        EXPECT_EQ(ReadAll(copies / file), ReadAll(folder / file)) << file;
+    }
 }
 
 TEST(HelpTopics, OfAllCommandsAndDialogsHaveTheirPages) {

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/support/help_console.h"
 #include "tests/support/tool_run.h"
 
 // orvane-plot: each curve of a sheet as a picture in a file of its own.
@@ -66,6 +67,26 @@ unsigned BigEndian(const std::string& bytes, std::size_t at) {
         number = number * 256 + static_cast<unsigned char>(bytes.at(at + i));
     }
     return number;
+}
+
+TEST(PlotProgram, PrintsWhatTheHelpShows) {
+    const TemporaryFolder folder;
+    const HelpConsole console = ConsoleOfHelp();
+    for (const ConsoleFile& file : console.files) folder.Write(file.name, file.text);
+    int count = 0;
+    for (const ConsoleCommand& command : console.commands) {
+        if (command.program != "orvane-plot") continue;
+        SCOPED_TRACE(command.place);
+        ++count;
+        ToolRun run;
+        run.arguments = command.arguments;
+        run.folder = folder.Path();
+        const ToolResult result = RunTool(run);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.error, "");
+        EXPECT_TRUE(MatchesOutput(command.output, result.output)) << result.output;
+    }
+    EXPECT_GE(count, 1);
 }
 
 TEST(PlotProgram, NamesPicturesBySentenceAndKind) {
@@ -289,6 +310,7 @@ TEST(PlotProgram, DrawsTheSameWithoutADisplayAndUnderEveryDesktop) {
     unsetenv("DISPLAY");
     unsetenv("WAYLAND_DISPLAY");
     unsetenv("XDG_RUNTIME_DIR");
+    unsetenv("HOME");
     using Environment = std::vector<std::pair<std::string, std::string>>;
     const Environment environments[] = {
         {},
@@ -300,6 +322,7 @@ TEST(PlotProgram, DrawsTheSameWithoutADisplayAndUnderEveryDesktop) {
         {{"QT_SCALE_FACTOR", "3"}, {"QT_FONT_DPI", "200"}, {"QT_STYLE_OVERRIDE", "Windows"}},
         {{"QT_QPA_PLATFORMTHEME", "gtk3"}, {"XDG_CURRENT_DESKTOP", "GNOME"}},
         {{"HOME", "/nowhere"}},
+        {{"QT_FATAL_WARNINGS", "1"}},
     };
     for (const std::string format : {"svg", "png"}) {
         std::string plain;
@@ -316,6 +339,22 @@ TEST(PlotProgram, DrawsTheSameWithoutADisplayAndUnderEveryDesktop) {
             if (plain.empty()) plain = picture;
             EXPECT_TRUE(picture == plain);
         }
+    }
+}
+
+TEST(PlotProgram, TellsThatThereIsNoFont) {
+    const TemporaryFolder folder;
+    const std::string fonts = folder.Write(
+        "fonts.conf",
+        "<?xml version=\"1.0\"?><fontconfig><cachedir>/nowhere</cachedir></fontconfig>");
+    for (const char* format : {"svg", "png", "pdf"}) {
+        SCOPED_TRACE(format);
+        const ToolResult result = RunTool({.arguments = {"-o", folder.Path(), "--format", format},
+                                           .input = "locus_xy(x,0,1,4,x); locus_xy(x,0,1,4,x)",
+                                           .environment = {{"FONTCONFIG_FILE", fonts}}});
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.error, "orvane-plot: no font is installed, so the labels can't be read\n");
+        EXPECT_EQ(std::count(result.output.begin(), result.output.end(), '\n'), 2);
     }
 }
 

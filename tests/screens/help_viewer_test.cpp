@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
 #include <QMessageBox>
 #include <QScreen>
 #include <QScrollBar>
@@ -265,6 +266,30 @@ TEST_F(HelpViewerTest, FollowsLinksWithinItsFolderAndLeavesTheWebToTheSystem) {
     emit Browser().anchorClicked(QUrl("https://example.org/a"));
     EXPECT_EQ(browser.opened, Texts{"https://example.org/a"});
     EXPECT_EQ(Shown(), "function/bits.htm");
+}
+
+TEST_F(HelpViewerTest, DrawsPicturesOfLinesInThePixelsOfTheScreen) {
+    AddPage("about/picture.htm", "Picture",
+            "<p><img src=\"../lines.svg\" width=\"40\" height=\"30\"/></p>");
+    const auto write = [this](const QByteArray& bytes) {
+        QFile file(pages + "/lines.svg");
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    };
+    write(R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 40 30" width="2in">
+             <rect x="0" y="0" width="20" height="30" fill="#ff0000"/></svg>)");
+    Show("about/picture.htm");
+    const auto load = [this] {
+        return Browser().loadResource(QTextDocument::ImageResource, QUrl("../lines.svg"));
+    };
+    const QImage picture = load().value<QImage>();
+    const qreal scale = Browser().devicePixelRatioF();
+    EXPECT_EQ(picture.devicePixelRatio(), scale);
+    EXPECT_EQ(picture.size(), (QSizeF(40, 30) * scale).toSize());
+    EXPECT_EQ(picture.pixelColor(picture.width() / 4, 1), QColor(Qt::red));
+    EXPECT_EQ(picture.pixelColor(picture.width() * 3 / 4, 1).alpha(), 0);
+    write("no picture");
+    EXPECT_TRUE(load().value<QImage>().isNull());
 }
 
 TEST_F(HelpViewerTest, KeepsTheBlankLinesOfReportsButNotTheLineEndOfTheirTag) {

@@ -210,6 +210,29 @@ TEST_F(KeywordDialog, TakesTwoQuickClicksForTwo) {
     });
 }
 
+TEST_F(KeywordDialog, SortsByNothingButTheLeftButtonOnAColumn) {
+    Show([](QWidget& window) {
+        QHeaderView& header = *List(window).horizontalHeader();
+        const QPoint behind(header.length() + 10, header.height() / 2);
+        ASSERT_LT(behind.x(), header.viewport()->width());
+        ASSERT_EQ(header.logicalIndexAt(behind), -1);
+        const auto click = [&](Qt::MouseButton button, QPoint point) {
+            QTest::mouseClick(header.viewport(), button, {}, point);
+            QTest::mouseDClick(header.viewport(), button, {}, point);
+            QTest::mouseRelease(header.viewport(), button, {}, point);
+        };
+        click(Qt::LeftButton, behind);
+        click(Qt::RightButton, behind);
+        click(Qt::RightButton, HeaderPoint(header, 1));
+        click(Qt::MiddleButton, HeaderPoint(header, 0));
+        EXPECT_EQ(Rows(window), Rows(KeywordListRows()));
+        // The direction has not turned either.
+        ClickHeader(window, 1);
+        EXPECT_EQ(Cell(window, 0, 1), "weekday");
+        Close(window);
+    });
+}
+
 TEST_F(KeywordDialog, KeepsARowSelectedWhereverItGoes) {
     Show([](QWidget& window) {
         QTest::mouseClick(List(window).viewport(), Qt::LeftButton, {}, RowPoint(window, 4));

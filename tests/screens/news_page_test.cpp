@@ -261,6 +261,26 @@ TEST_F(PageFetchTest, AsksAnewAfterAFailure) {
     EXPECT_TRUE(outcome.page);
 }
 
+TEST_F(PageFetchTest, MayBeStartedFromWhatItTells) {
+    server.SayPage("/", "text/plain", "there");
+    PageFetch fetch(limits);
+    QStringList told;
+    const auto arrived = [&](const WebPage& page) { told += page.text; };
+    const auto failed = [&](const QString& reason) {
+        fetch.Start(server.Address(), arrived, {});
+        told += reason;
+    };
+    fetch.Start(server.Address(),
+                [&](const WebPage& page) {
+                    fetch.Start(server.Address("/missing"), {}, failed);
+                    told += page.text;
+                },
+                {});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return told.size() == 3; }));
+    EXPECT_EQ(told, (QStringList{"there", "The server answered: 404 Not Found.", "there"}));
+    EXPECT_FALSE(fetch.IsUnderWay());
+}
+
 // Rules without a server
 
 TEST(IsWebAddress, KnowsTwoSchemes) {

@@ -215,6 +215,45 @@ TEST_F(NodeInspector, StandsWhereADialogStands) {
     });
 }
 
+TEST_F(NodeInspector, HasBarsOnlyWhereTheTreeIsCutOff) {
+    FunctionNode root;
+    FunctionNode children[3];
+    Adopt(root, children);
+    Show(root, [&](QWidget& window) {
+        const QSize tree(10 + 185 + 160 + 10, root.treeHeight + 20);
+        const QScrollBar& across = *Area(window).horizontalScrollBar();
+        const QScrollBar& down = *Area(window).verticalScrollBar();
+        const int bar = down.sizeHint().width();
+        struct Row {
+            QSize size;
+            bool hasAcross, hasDown;
+        };
+        const Row rows[] = {
+            {tree, false, false},
+            {tree - QSize(1, 1), true, true},
+            {tree, false, false},  // from two bars that would each make room for the other
+            {tree + QSize(0, -1), true, true},
+            {tree + QSize(bar, -1), false, true},
+            {tree + QSize(-1, bar), true, false},
+            {tree + QSize(1, 1), false, false},
+            {QSize(60, 1), true, true},
+            {tree, false, false},
+        };
+        for (const Row& row : rows) {
+            SCOPED_TRACE(testing::Message() << row.size.width() << ' ' << row.size.height());
+            window.resize(row.size);
+            ASSERT_TRUE(QTest::qWaitFor([&] { return Area(window).size() == row.size; }));
+            EXPECT_EQ(across.maximum() > 0, row.hasAcross);
+            EXPECT_EQ(down.maximum() > 0, row.hasDown);
+            // The far corner comes into view.
+            const QSize shown = Area(window).viewport()->size();
+            EXPECT_EQ(across.maximum(), std::max(tree.width() - shown.width(), 0));
+            EXPECT_EQ(down.maximum(), std::max(tree.height() - shown.height(), 0));
+        }
+        Escape(window);
+    });
+}
+
 // Large trees
 
 TEST_F(NodeInspector, ScrollsThroughTreesLargerThanAnyWidget) {

@@ -314,6 +314,29 @@ TEST_F(OptionDialogs, PressOkByEnter) {
               expected);
 }
 
+// A focused button must not do what another one says.
+TEST_F(OptionDialogs, PressTheFocusedButtonByEnter) {
+    EXPECT_EQ(Colours([&](QWidget& window) {
+                  Pick(window, 1, QColor(9, 9, 9), QColor(200, 0, 0));
+                  Button(window, 1006).setFocus();
+                  QTest::keyClick(&Button(window, 1006), Qt::Key_Return);
+                  EXPECT_FALSE(window.isVisible());
+              }),
+              std::nullopt);
+    EXPECT_EQ(Colours([&](QWidget& window) {
+                  player.Then([](QWidget& opened) {
+                      test::Press(qobject_cast<QMessageBox*>(&opened)->button(QMessageBox::Yes));
+                  });
+                  Button(window, 1007).setFocus();
+                  QTest::keyClick(&Button(window, 1007), Qt::Key_Enter);
+                  EXPECT_TRUE(player.IsDone());
+                  ExpectSwatches(window, defaultTextColours);
+                  Button(window, 1005).setFocus();
+                  QTest::keyClick(&Button(window, 1005), Qt::Key_Return);
+              }),
+              defaultTextColours);
+}
+
 TEST_F(OptionDialogs, RestoreTheDefaults) {
     EXPECT_EQ(Colours([&](QWidget& window) {
                   AnswerRestore(window, QMessageBox::Yes);

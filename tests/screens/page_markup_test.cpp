@@ -45,6 +45,9 @@ TEST(ShowableMarkup, KeepsTextAndHarmlessTags) {
         {"a<script>if (1 < 2) </b></SCRIPT>c", "a</script>c"},
         {"a<STYLE type='x'>p { }</style>c<title>d</title>", "a</style>c</title>"},
         {"a<script>b", "a"},
+        {"<p don't>a'b", "<p>a'b"},
+        {"<a href=\"x\"\">b\"c", "<a href=\"x\">b\"c"},
+        {"<a href= 'x>y'>b", "<a href=\"x>y\">b"},
         {"a<script/>b", "a"},
     };
     for (const Row& row : rows) {
@@ -74,6 +77,31 @@ TEST(ShowableMarkup, GivesUpWhenThereIsTooMuch) {
     EXPECT_EQ(Shown(Repeated("<table></table><div></div>", 2501)), "(nothing)");
 }
 
+// A word goes on behind a tag, and an entity stays in one piece.
+TEST(ShowableMarkup, BreaksLongWords) {
+    const std::string space = "\xE2\x80\x8B", hard = "\xC2\xA0";
+    struct Row {
+        std::string page, shown;
+    };
+    const auto x = [](int count) { return std::string(static_cast<std::size_t>(count), 'x'); };
+    const Row rows[] = {
+        {x(300) + "<b>" + x(300) + "</b>", x(300) + "<b>" + x(200) + space + x(100) + "</b>"},
+        {x(498) + "&amp;y", x(498) + "&amp;" + space + "y"},
+        {x(498) + "&amp;&lt;y", x(498) + "&amp;" + space + "&lt;y"},
+        {x(498) + "&#8364;&gt", x(498) + "&#8364;" + space + "&gt"},
+        {x(499) + "&" + x(50), x(499) + "&" + x(40) + space + x(10)},
+        {Repeated("<", 130), Repeated("&lt;", 125) + space + Repeated("&lt;", 5)},
+        {"<img alt='a" + x(600) + "'>", "[a" + x(498) + space + x(102) + "]"},
+        {x(400) + hard + x(200), x(400) + hard + x(99) + space + x(101)},
+        {x(400) + "\t" + x(200) + "\n" + x(400), x(400) + "\t" + x(200) + "\n" + x(400)},
+        {"a\xE2\x80\xA8z", "a\nz"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.page);
+        EXPECT_EQ(Shown(row.page), row.shown);
+    }
+}
+
 TEST(WithBreaks, BreaksWordsThatNoLineHolds) {
     const auto broken = [](const std::string& text) {
         return WithBreaks(QString::fromStdString(text)).toStdString();
@@ -85,6 +113,8 @@ TEST(WithBreaks, BreaksWordsThatNoLineHolds) {
     EXPECT_EQ(broken(std::string(501, 'x')), std::string(500, 'x') + space + "x");
     EXPECT_EQ(broken(std::string(300, 'x') + " " + std::string(300, 'x')),
               std::string(300, 'x') + " " + std::string(300, 'x'));
+    EXPECT_EQ(broken(std::string(1001, 'x')),
+              std::string(500, 'x') + space + std::string(500, 'x') + space + "x");
     // A letter of two units is not torn.
     const std::string wide = "\xF0\x9F\x98\x80";
     EXPECT_EQ(broken(std::string(499, 'x') + wide + "y"),

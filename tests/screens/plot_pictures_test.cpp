@@ -1,7 +1,6 @@
 #include "locus/plot_pictures.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include <QDir>
 #include <QFile>
@@ -10,10 +9,10 @@
 #include <QSvgRenderer>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
-#include <csignal>
 #include <string>
 
 #include "locus/plot_painter.h"
+#include "tests/support/small_files.h"
 
 // The files that hold the page of a curve.
 
@@ -173,27 +172,6 @@ TEST_F(PlotPictures, TellWhyTheyCanNotBeWritten) {
     EXPECT_TRUE(QDir(folder.path()).isEmpty());
 }
 
-// The system refuses files longer than some bytes, as a full disk does.
-class SmallFiles {
-public:
-    SmallFiles() : oldAction(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &oldLimit);
-        rlimit limit = oldLimit;
-        limit.rlim_cur = 1000;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~SmallFiles() {
-        setrlimit(RLIMIT_FSIZE, &oldLimit);
-        std::signal(SIGXFSZ, oldAction);
-    }
-    SmallFiles(const SmallFiles&) = delete;
-    SmallFiles& operator=(const SmallFiles&) = delete;
-
-private:
-    rlimit oldLimit = {};
-    void (*oldAction)(int);
-};
-
 TEST_F(PlotPictures, LeaveWhatWasThereWhereTheDiskIsFull) {
     for (const char* name : {"a.png", "a.svg", "a.pdf"}) {
         SCOPED_TRACE(name);
@@ -201,7 +179,7 @@ TEST_F(PlotPictures, LeaveWhatWasThereWhereTheDiskIsFull) {
         const QString path = PathOf(name);
         std::optional<QString> reason;
         {
-            const SmallFiles small;
+            const test::SmallFiles small(1000);
             reason = SavePlotPicture(Diagonal(), {300, 300}, 2, *PictureFormatOf(path), path);
         }
         EXPECT_TRUE(reason.has_value());

@@ -82,8 +82,18 @@ TEST(LayOutRichText, PlacesPiecesAndCountsTheHeight) {
         {"a<hr>b", {{97, 0, 6, 12}, {50, 14, 100, 2}, {97, 18, 6, 12}}, 30},
         {"a\n<hr>b", {{97, 0, 6, 12}, {50, 14, 100, 2}, {97, 18, 6, 12}}, 30},
         // Pictures.
-        {"<img src='#1'>", {{83, 0, 34, 24}}, 24},
-        {"<img src='#1' border='0'>", {{85, 0, 30, 20}}, 20},
+        {"<font align='left'>a<img src='#1'>", {{0, 6, 6, 12}, {6, 0, 34, 24}}, 24},
+        {"<font align='left'>a<img src='#1' border='0'>", {{0, 4, 6, 12}, {6, 0, 30, 20}}, 20},
+        // A line without a run is as high as a blank, whatever pictures are on it.
+        {"<img src='#1'>", {{83, -6, 34, 24}}, 12},
+        {"<img src='#1' border='0'>", {{85, -4, 30, 20}}, 12},
+        {"<font valign='top'><img src='#1'>", {{83, 0, 34, 24}}, 12},
+        {"<font valign='bottom' size='40'><img src='#1'></font>", {{83, -12, 34, 24}}, 12},
+        {"<font valign='bottom' size='40'><img src='#1'><br></font>", {{83, 16, 34, 24}}, 52},
+        {"a<br><img src='#1'>", {{97, 0, 6, 12}, {83, 6, 34, 24}}, 24},
+        // Where something else ends the line it is as high as its pieces.
+        {"<img src='#1'><hr>", {{83, 0, 34, 24}, {50, 26, 100, 2}}, 24 + 6 + 12},
+        {"<img src='#1'><vspace size='5'>", {{83, 0, 34, 24}}, 24 + 5 + 12},
         {"<font align='left'>a<img src='#1' border='5'>", {{0, 9, 6, 12}, {6, 0, 40, 30}}, 30},
         {"<img src='#2'>", {}, 12},
         // Without an end the last line is lost.
@@ -114,15 +124,12 @@ TEST(LayOutRichText, TellsWhichItemAPieceShows) {
 TEST(LayOutRichText, ListsLinksInOrder) {
     const LabelLayout layout =
         LayOut("<font align='left'>a<a href='one'>bc<br>d</a>e<a href='two'><img src='#1'>f</a>g");
-    const std::vector<LabelRect> rects = {
-        {6, 0, 12, 12}, {0, 12, 6, 24}, {12, 12, 34, 24}, {46, 18, 6, 12}};
+    const LabelRect rects[] = {{6, 0, 12, 12}, {0, 18, 6, 12}, {12, 12, 34, 24}, {46, 18, 6, 12}};
     const std::size_t targets[] = {0, 0, 1, 1};
-    ASSERT_EQ(layout.links.size(), rects.size());
-    EXPECT_EQ(layout.links[0].rect, rects[0]);
-    EXPECT_EQ(layout.links[1].rect, (LabelRect{0, 18, 6, 12}));
-    EXPECT_EQ(layout.links[2].rect, rects[2]);
-    EXPECT_EQ(layout.links[3].rect, rects[3]);
-    for (std::size_t at = 0; at < rects.size(); ++at) {
+    ASSERT_EQ(layout.links.size(), std::size(rects));
+    for (std::size_t at = 0; at < std::size(rects); ++at) {
+        SCOPED_TRACE(at);
+        EXPECT_EQ(layout.links[at].rect, rects[at]);
         EXPECT_EQ(layout.links[at].target, targets[at]);
     }
 }
