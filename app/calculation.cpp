@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/run_stop.h"
 #include "locus/locus_store.h"
 #include "output/report_builder.h"
 
@@ -49,12 +50,17 @@ bool RunCalculation(std::string_view sheet, CalcParameters& parameters,
                                         parameters, errorText, watchers.wishes);
     displays.progress.Hide();
     parameters.progress = nullptr;
+    const bool stopped = errorText == stoppedMessage;
+    if (stopped) {
+        errorText.clear();
+        locusStore.DropFrom(sentences.Count());
+    }
 
     texts.resultText =
         ReportBuilder().Build(sentences, parameters, FindNumberLimits(), texts.positionText);
     texts.resultText += errorText;
     ShowResult(texts, parameters, displays.result);
-    if (watchers.finished) watchers.finished({sentences, errorText, texts, succeeded});
+    if (watchers.finished) watchers.finished({sentences, errorText, texts, succeeded, stopped});
     return true;
 }
 

@@ -73,7 +73,8 @@ struct FinishedRun {
     SentenceList& sentences;
     const std::string& errorText;
     const CalculationTexts& texts;
-    bool succeeded;  // no compile error, and no formula with an error
+    bool succeeded;  // no compile error, no formula with an error, and not stopped
+    bool stopped;    // by `parameters.stop`, so that only the finished sentences are there
 };
 
 struct RunWatchers {
@@ -85,7 +86,8 @@ struct RunWatchers {
 // with the run's error text behind it. The caller has set the options in `parameters`; the run
 // takes the nearest system bits that there are, limits the precision to 32, sets the word limits
 // and borrows the progress display. A NUL ends the sheet. An empty sheet, and one larger than
-// `largestSheet`, gives a message, leaves everything as it was and returns false.
+// `largestSheet`, gives a message, leaves everything as it was and returns false. A run that is
+// asked to stop shows the sentences that were finished, and keeps their curves.
 bool RunCalculation(std::string_view sheet, CalcParameters& parameters,
                     const CalculationDisplays& displays, CalculationTexts& texts,
                     const RunWatchers& watchers = {});

@@ -30,6 +30,18 @@ std::optional<std::int64_t> ReadWholeNumber(std::string_view text) {
     return isNegative ? -number : number;
 }
 
+// "2", "0.5": digits, with a fraction or without. Nothing for anything else and for zero.
+std::optional<double> ReadSeconds(std::string_view text) {
+    if (text.empty() || text.find_first_not_of("0123456789.") != std::string_view::npos) {
+        return std::nullopt;
+    }
+    double seconds = 0.0;
+    const char* const textEnd = text.data() + text.size();
+    const auto [end, error] = std::from_chars(text.data(), textEnd, seconds);
+    if (error != std::errc() || end != textEnd || !(seconds > 0.0)) return std::nullopt;
+    return seconds;
+}
+
 struct WholeNumberOption {
     const char* name;
     std::int64_t least;
@@ -109,6 +121,21 @@ void AddSheetOptions(CLI::App& command, RunOptions& options) {
         ->option_text(" ")
         ->allow_extra_args(false);  // a name in brackets is a name like any other
     AddWholeNumber(command, bitsOption, options.bits);
+    const auto readLimit = [&options](const std::string& text) {
+        const std::optional<double> seconds = ReadSeconds(text);
+        if (!seconds) {
+            throw CLI::ValidationError(
+                "--time-limit", "'" + text + "' is no number of seconds above 0, such as 2 or 0.5");
+        }
+        options.timeLimit = *seconds;
+    };
+    command
+        .add_option_function<std::string>(
+            "--time-limit", readLimit,
+            "End the run after so many seconds, with what is finished (default: no limit)")
+        ->take_last()
+        ->type_name("number of seconds")
+        ->option_text("SECONDS");
 }
 
 void AddRunOptions(CLI::App& command, RunOptions& options) {

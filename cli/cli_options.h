@@ -17,6 +17,7 @@ enum ExitStatus : int {
     exitSheetError = 1,  // the sheet was read, and something in it failed
     exitRefused = 1,     // an archive or a sheet in one is not there, or a check refused a change
     exitUsage = 2,       // wrong usage, unreadable file, unwritable output, empty sheet
+    exitTimeLimit = 3,   // the time limit was over before the run was
 };
 
 // What messages and versions begin with. Each program defines its own.
@@ -34,6 +35,7 @@ struct RunOptions {
     int locusFine = 0;
     int screenWidth = 1920;
     int screenHeight = 1080;
+    double timeLimit = 0.0;  // seconds for a run; 0: no limit
     bool json = false;
 
     CalcParameters Parameters() const;
@@ -42,8 +44,8 @@ struct RunOptions {
 // "1920x1080": two sides from 1 to `longest`, without signs. False for anything else.
 bool ReadSize(std::string_view text, int longest, int& width, int& height);
 
-// Adds the sheet and the word size, or all options of a run, to the command. `options` must live as
-// long as the command does.
+// Adds the sheet, the word size and the time limit, or all options of a run, to the command.
+// `options` must live as long as the command does.
 void AddSheetOptions(CLI::App& command, RunOptions& options);
 void AddRunOptions(CLI::App& command, RunOptions& options);
 void AddJsonOption(CLI::App& command, bool& json);

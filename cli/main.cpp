@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char* statusText =
     "Exit status: 0 fine, 1 the sheet has an error or the archive refuses, 2 wrong usage, an\n"
-    "unreadable file, an empty sheet or an output that can't be written.";
+    "unreadable file, an empty sheet or an output that can't be written, 3 the time limit is over.";
 
 int Run(int count, char** words) {
     CLI::App app("Calculates sheets of formulas.", programName);

@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <optional>
 
+#include "cli/time_limit.h"
+#include "core/number_literal.h"
 #include "locus/locus_store.h"
 #include "storage/file_bytes.h"
 
@@ -60,6 +62,17 @@ public:
     void ShowTexts(const ColouredText&, const ColouredText&) override {}
 };
 
+int StatusOf(const FinishedRun& run) {
+    if (run.stopped) return exitTimeLimit;
+    return run.succeeded ? exitFine : exitSheetError;
+}
+
+void PrintTimeIsOver(double seconds) {
+    const std::string number = FormatStripped(seconds, 9, false);
+    PrintError("the time limit of " + number + (seconds == 1.0 ? " second" : " seconds") +
+               " is over");
+}
+
 }  // namespace
 
 std::optional<std::string> ReadInput(const std::string& file) {
@@ -85,7 +98,7 @@ int RunSheetText(const std::string& sheet, const RunOptions& options, const RunW
     int status = exitUsage;
     RunWatchers watching = watchers;
     watching.finished = [&](const FinishedRun& run) {
-        status = run.succeeded ? exitFine : exitSheetError;
+        status = StatusOf(run);
         if (watchers.finished) watchers.finished(run);
     };
     calcParameters = options.Parameters();
@@ -95,7 +108,11 @@ int RunSheetText(const std::string& sheet, const RunOptions& options, const RunW
     TerminalProgress progress;
     NoPane pane;
     CalculationTexts texts;
+    const TimeLimit limit(options.timeLimit);
+    calcParameters.stop = limit.Stop();
     RunCalculation(sheet, calcParameters, {message, progress, pane}, texts, watching);
+    calcParameters.stop = nullptr;
+    if (status == exitTimeLimit) PrintTimeIsOver(options.timeLimit);
     return status;
 }
 

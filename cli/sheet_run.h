@@ -14,7 +14,8 @@ std::optional<std::string> ReadInput(const std::string& file);
 
 // Reads the sheet that the options name and runs it, with a sign of life on the standard error
 // when that is a terminal and the run takes over a second. Gives exitFine or exitSheetError for a
-// sheet that ran, else exitUsage, with the reason on the standard error and no watcher called.
+// sheet that ran, exitTimeLimit, with a message, for one that was ended, else exitUsage, with the
+// reason on the standard error and no watcher called.
 int RunSheet(const RunOptions& options, const RunWatchers& watchers);
 
 // The same for a sheet that was read already.

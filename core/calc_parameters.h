@@ -6,6 +6,8 @@
 
 namespace orvane {
 
+class RunStop;
+
 // The sign of life of a long run. The step loops of the functions step it every 500 rounds.
 class Progress {
 public:
@@ -22,6 +24,7 @@ inline constexpr int largestFloatPrecision = 32;
 // and sets the word limits; everything else is as the user's controls or the command line set it.
 struct CalcParameters {
     Progress* progress = nullptr;           // none: nobody watches
+    const RunStop* stop = nullptr;          // none: nobody can end a run early
     double wordModulus = 4294967296.0;      // 2 to the power of the system bits
     double wordMaxUnsigned = 4294967295.0;  // modulus - 1
     double wordMaxSigned = 2147483647.0;    // modulus * 0.5 - 1

@@ -5,6 +5,7 @@
 #include "core/compile_stages.h"
 #include "core/evaluation.h"
 #include "core/node_builder.h"
+#include "core/run_stop.h"
 #include "core/substitution.h"
 
 namespace orvane {
@@ -19,6 +20,8 @@ struct CompileRun {
     bool keepTrees;
     std::string& errorText;
     bool anyFailed = false;  // of the sentences, in the last stage
+
+    const RunStop* Stop() const { return parameters.stop; }
 };
 
 struct CompileStage {
@@ -31,16 +34,25 @@ struct CompileStage {
 constexpr CompileStage compileStages[] = {
     {"AnalyseSentences",
      [](CompileRun& compile) {
-         AnalyseSentences(compile.sentences, compile.textBegin, compile.textEnd, compile.errorText);
+         AnalyseSentences(compile.sentences, compile.textBegin, compile.textEnd, compile.errorText,
+                          compile.Stop());
      }},
     {"StringFunctionPass",
-     [](CompileRun& compile) { StringFunctionPass(compile.sentences, compile.errorText); }},
+     [](CompileRun& compile) {
+         StringFunctionPass(compile.sentences, compile.errorText, compile.Stop());
+     }},
     {"CheckNumbersAndPoints",
-     [](CompileRun& compile) { CheckNumbersAndPoints(compile.sentences, compile.errorText); }},
+     [](CompileRun& compile) {
+         CheckNumbersAndPoints(compile.sentences, compile.errorText, compile.Stop());
+     }},
     {"RewriteOperators",
-     [](CompileRun& compile) { RewriteOperators(compile.sentences, compile.errorText); }},
+     [](CompileRun& compile) {
+         RewriteOperators(compile.sentences, compile.errorText, compile.Stop());
+     }},
     {"CheckSymbols",
-     [](CompileRun& compile) { CheckSymbols(compile.sentences, compile.errorText); }},
+     [](CompileRun& compile) {
+         CheckSymbols(compile.sentences, compile.errorText, compile.Stop());
+     }},
     {"BuildAndEvaluate",
      [](CompileRun& compile) {
          compile.anyFailed = !BuildAndEvaluate(compile.sentences, compile.parameters,
@@ -54,6 +66,29 @@ void RemoveBlanks(EditBuffer& text) {
     text.Remove(static_cast<std::size_t>(end - data), static_cast<std::size_t>(text.length));
 }
 
+// One formula of the last stage.
+void BuildAndEvaluateOne(SentenceList& sentences, int index, const CalcParameters& parameters,
+                         bool keepTrees, std::string& errorText) {
+    Sentence& sentence = sentences[index];
+    FoldConstants(sentence.text, parameters.stop);
+    RemoveDoubledBrackets(sentence.text);
+    RemoveBlanks(sentence.text);
+    sentence.text.Fit();
+    BuildNode(sentence.root, sentences, index, parameters, sentence.text.View(), errorText);
+    EvaluateNode(sentence.root, index, parameters, errorText, keepTrees);
+}
+
+// Whether the run had to end in the last stage, which leaves the finished sentences, or before,
+// which leaves none.
+bool EndStopped(CompileRun& compile, bool isLast, int countBefore) {
+    const bool isCut =
+        isLast ? compile.sentences.Count() < countBefore : IsStopAsked(compile.Stop());
+    if (!isCut) return false;
+    if (!isLast) compile.sentences.KeepFirst(0);
+    compile.errorText = stoppedMessage;
+    return true;
+}
+
 }  // namespace
 
 bool BuildAndEvaluate(SentenceList& sentences, const CalcParameters& parameters, bool keepTrees,
@@ -61,13 +96,14 @@ bool BuildAndEvaluate(SentenceList& sentences, const CalcParameters& parameters,
     bool succeeded = true;
     for (int index = 0; index < sentences.Count(); ++index) {
         Sentence& sentence = sentences[index];
-        if (!sentence.IsCalculation()) continue;
-        FoldConstants(sentence.text);
-        RemoveDoubledBrackets(sentence.text);
-        RemoveBlanks(sentence.text);
-        sentence.text.Fit();
-        BuildNode(sentence.root, sentences, index, parameters, sentence.text.View(), errorText);
-        EvaluateNode(sentence.root, index, parameters, errorText);
+        if (sentence.IsCalculation()) {
+            BuildAndEvaluateOne(sentences, index, parameters, keepTrees, errorText);
+        }
+        if (IsStopAsked(parameters.stop)) {
+            sentences.KeepFirst(index);
+            errorText.clear();
+            return false;
+        }
         if (!keepTrees) sentence.DropTree();
         if (errorText.empty()) continue;
         sentence.error = std::move(errorText);
@@ -83,7 +119,9 @@ bool CompileSheet(SentenceList& sentences, char* textBegin, char* textEnd,
     CompileRun compile{sentences, textBegin, textEnd, parameters, wishes.keepTrees, errorText};
     int number = 0;
     for (const CompileStage& stage : compileStages) {
+        const int count = sentences.Count();
         stage.run(compile);
+        if (EndStopped(compile, &stage == std::end(compileStages) - 1, count)) return false;
         if (wishes.watcher) wishes.watcher({++number, stage.name, sentences, errorText});
         if (!errorText.empty()) return false;
     }

@@ -27,7 +27,9 @@ struct CompileWishes {
 // Reads, checks and evaluates a whole sheet. `sentences` is empty at the start; the text is a
 // private, writable copy of the sheet with a NUL behind it, which the stages change in place. The
 // first five stages end the compile with their first message in `errorText`; an evaluation error
-// stays with its sentence. True when every stage ran and no formula carries an error.
+// stays with its sentence. True when every stage ran and no formula carries an error. When the
+// parameters ask to stop, the error text is `stoppedMessage` and only the sentences that were
+// finished stay: none before the last stage.
 bool CompileSheet(SentenceList& sentences, char* textBegin, char* textEnd,
                   const CalcParameters& parameters, std::string& errorText,
                   const CompileWishes& wishes = {});

@@ -1,6 +1,7 @@
 #include "core/evaluation.h"
 
 #include "core/error_text.h"
+#include "core/run_stop.h"
 #include "functions/keyword_table.h"
 
 namespace orvane {
@@ -10,8 +11,8 @@ namespace {
 // One walk over a tree, from the node that is asked for down to what it needs and back up.
 class Evaluation {
 public:
-    Evaluation(int index, const CalcParameters& options, std::string& error)
-        : sentence(index), parameters(options), errorText(error) {}
+    Evaluation(int index, const CalcParameters& options, std::string& error, bool keepsValues)
+        : sentence(index), parameters(options), errorText(error), keepValues(keepsValues) {}
 
     void Run(FunctionNode& top) {
         FunctionNode* node = Start(top) ? &top : nullptr;
@@ -85,21 +86,39 @@ private:
             FunctionErrorText({"E001-", "05"}, sentence, node.functionName, "unknown function type",
                               errorText);
         }
+        if (!keepValues) ReleaseTables(node);
+        if (errorText.empty() && node.result.HasTable()) RequireRoom(node);
+        // What was asked to stop has left half a value.
+        TakeStop(parameters.stop, errorText);
         node.evaluated = errorText.empty();
         return node.evaluated;
+    }
+
+    // Nothing asks for these any more.
+    static void ReleaseTables(FunctionNode& node) {
+        node.staged.ReleaseTable();
+        for (FunctionNode& child : node.children) child.result.ReleaseTable();
+    }
+
+    void RequireRoom(FunctionNode& node) {
+        if (tableRoom.load(std::memory_order_relaxed) <= mostTableRoom) return;
+        node.result.ReleaseTable();
+        NodeErrorText({"E001-", "06"}, sentence, node, "values of the sheet are too large",
+                      errorText);
     }
 
     int sentence;
     const CalcParameters& parameters;
     std::string& errorText;
+    bool keepValues;
 };
 
 }  // namespace
 
 void EvaluateNode(FunctionNode& node, int sentence, const CalcParameters& parameters,
-                  std::string& errorText) {
+                  std::string& errorText, bool keepValues) {
     if (!errorText.empty() || node.evaluated || node.kind == NodeKind::variable) return;
-    Evaluation(sentence, parameters, errorText).Run(node);
+    Evaluation(sentence, parameters, errorText, keepValues).Run(node);
 }
 
 }  // namespace orvane

@@ -6,6 +6,7 @@
 
 #include "core/error_text.h"
 #include "core/number_literal.h"
+#include "core/run_stop.h"
 #include "core/substitution.h"
 #include "core/text_scan.h"
 #include "functions/keyword_table.h"
@@ -55,25 +56,33 @@ constexpr ErrorCode noList = {"E002-", "02"};
 constexpr ErrorCode notClosed = {"E002-", "03"};
 constexpr ErrorCode wrongList = {"E002-", "04"};
 constexpr ErrorCode tooManyCells = {"E002-", "05"};
+constexpr ErrorCode tooManyNodes = {"E002-", "06"};
 
 class TreeBuilder {
 public:
-    TreeBuilder(SentenceList& list, int sentence, std::string_view wholeText, std::string& error)
+    TreeBuilder(SentenceList& list, int sentence, std::string_view wholeText,
+                const RunStop* runStop, std::string& error)
         : sentences(list),
           sentenceIndex(sentence),
           pool(list[sentence].nodes),
           text(wholeText),
           links(wholeText),
+          stop(runStop),
           errorText(error) {}
 
     // Parents before children, children in order, each with all that is under it before the next.
     // `cursor` of a node under way is the mark in front of the parameter that comes next.
     void Build(FunctionNode& root) {
-        pool.Reserve(static_cast<std::size_t>(
-            std::count_if(text.begin(), text.end(), [](char c) { return c == '(' || c == ','; })));
         root.text = text;
+        const auto count = static_cast<std::size_t>(
+            std::count_if(text.begin(), text.end(), [](char c) { return c == '(' || c == ','; }));
+        if (count > largestTree) {
+            SentenceErrorText(tooManyNodes, sentenceIndex, "formula is too long", errorText);
+            return;
+        }
+        pool.Reserve(count);
         FunctionNode* node = Start(root) ? &root : nullptr;
-        while (node != nullptr && errorText.empty()) {
+        while (node != nullptr && errorText.empty() && !TakeStop(stop, errorText)) {
             FunctionNode* child = NextParameter(*node);
             if (child == nullptr) {
                 node = node == &root ? nullptr : node->parent;
@@ -199,6 +208,7 @@ private:
     NodePool& pool;
     std::string_view text;
     BracketLinks links;
+    const RunStop* stop;
     std::int64_t copiedCells = 0;  // of all formulas that the sentence refers to
     std::string& errorText;
 };
@@ -241,8 +251,8 @@ void RemoveDoubledBrackets(EditBuffer& buffer) {
 }
 
 void BuildNode(FunctionNode& node, SentenceList& sentences, int sentenceIndex,
-               const CalcParameters&, std::string_view text, std::string& errorText) {
-    TreeBuilder(sentences, sentenceIndex, text, errorText).Build(node);
+               const CalcParameters& parameters, std::string_view text, std::string& errorText) {
+    TreeBuilder(sentences, sentenceIndex, text, parameters.stop, errorText).Build(node);
 }
 
 }  // namespace orvane

@@ -5,6 +5,7 @@
 
 #include "core/compile_stages.h"
 #include "core/error_text.h"
+#include "core/run_stop.h"
 #include "core/text_scan.h"
 
 namespace orvane {
@@ -14,17 +15,19 @@ using Kind = PieceChain::Kind;
 
 // --- the chain
 
-void PieceChain::Read(std::string_view text) {
+bool PieceChain::Read(std::string_view text, std::size_t most, const RunStop* stop) {
     pieces.assign(1, Piece{});
     openBrackets.clear();
     std::size_t at = 0;
     while (at < text.size()) {
+        if (pieces.size() > most || IsStopAsked(stop)) return false;
         std::size_t end = at + 1;
         if (IsWordChar(text[at])) end = FindWordEnd(text, at);
         if (text[at] == ' ') end = SkipSpaces(text, at);
         Append(text.substr(at, end - at));
         at = end;
     }
+    return true;
 }
 
 void PieceChain::Append(std::string_view text) {
@@ -192,6 +195,7 @@ struct RewriteContext {
     PieceChain& chain;
     int sentence;
     std::string& errorText;
+    const RunStop* stop;
 };
 
 bool StandsAt(const PieceChain& chain, Index at, std::string_view operatorText) {
@@ -215,7 +219,7 @@ void RewriteLevel(RewriteContext& context, std::span<const BinaryOperator> opera
                   bool (*applies)(const PieceChain&, Index)) {
     PieceChain& chain = context.chain;
     Index at = chain.First();
-    while (at != PieceChain::End()) {
+    while (at != PieceChain::End() && !IsStopAsked(context.stop)) {
         const BinaryOperator* found = nullptr;
         for (const BinaryOperator& candidate : operators) {
             if (found == nullptr && StandsAt(chain, at, candidate.text)) found = &candidate;
@@ -231,7 +235,8 @@ void RewriteLevel(RewriteContext& context, std::span<const BinaryOperator> opera
 
 void RewriteFactorials(RewriteContext& context) {
     PieceChain& chain = context.chain;
-    for (Index at = chain.First(); at != PieceChain::End(); at = chain[at].next) {
+    for (Index at = chain.First(); at != PieceChain::End() && !IsStopAsked(context.stop);
+         at = chain[at].next) {
         if (!chain.Is(at, "!")) continue;
         const std::optional<Operand> operand = LeftOperand(chain, at);
         if (!operand) {
@@ -247,14 +252,16 @@ void RewriteFactorials(RewriteContext& context) {
 // A sign with nothing in front of it. A plus has no effect.
 void BlankRemainingPlus(RewriteContext& context) {
     PieceChain& chain = context.chain;
-    for (Index at = chain.First(); at != PieceChain::End(); at = chain[at].next) {
+    for (Index at = chain.First(); at != PieceChain::End() && !IsStopAsked(context.stop);
+         at = chain[at].next) {
         if (chain.Is(at, "+")) chain.Blank(at);
     }
 }
 
 void RewriteRemainingMinus(RewriteContext& context) {
     PieceChain& chain = context.chain;
-    for (Index at = chain.First(); at != PieceChain::End(); at = chain[at].next) {
+    for (Index at = chain.First(); at != PieceChain::End() && !IsStopAsked(context.stop);
+         at = chain[at].next) {
         if (!chain.Is(at, "-")) continue;
         const std::optional<Operand> operand = RightOperand(chain, at);
         if (!operand) {
@@ -329,16 +336,24 @@ std::string FindSigns(std::string_view text) {
     return found;
 }
 
+// A text of more pieces is refused: with a call around each operator they would take 4 GB.
+constexpr std::size_t mostPieces = std::size_t{1} << 24;
+
 // Runs the passes over one sentence. What was rewritten until a failure stays.
-void RewriteSentence(PieceChain& chain, EditBuffer& buffer, int sentence, std::string& errorText) {
+void RewriteSentence(PieceChain& chain, EditBuffer& buffer, int sentence, std::string& errorText,
+                     const RunStop* stop) {
     const std::string signs = FindSigns(buffer.View());
     if (signs.empty()) return;
     if (!RewriteBars(buffer, sentence, errorText)) return;
-    chain.Read(buffer.View());
-    RewriteContext context{chain, sentence, errorText};
+    if (!chain.Read(buffer.View(), mostPieces, stop)) {
+        errorText = FillForm("C002-12: sentence %d is too long.", {NumberOf(sentence)});
+        return;
+    }
+    RewriteContext context{chain, sentence, errorText, stop};
     for (const RewritePass& pass : rewritePasses) {
         if (signs.find_first_of(pass.signs) == std::string::npos) continue;
         pass.rewrite(context);
+        if (IsStopAsked(stop)) return;
         if (!errorText.empty()) break;
     }
     buffer = EditBuffer(chain.Text());
@@ -346,12 +361,12 @@ void RewriteSentence(PieceChain& chain, EditBuffer& buffer, int sentence, std::s
 
 }  // namespace
 
-void RewriteOperators(SentenceList& sentences, std::string& errorText) {
+void RewriteOperators(SentenceList& sentences, std::string& errorText, const RunStop* stop) {
     PieceChain chain;
-    for (int index = 0; index < sentences.Count(); ++index) {
+    for (int index = 0; index < sentences.Count() && !IsStopAsked(stop); ++index) {
         Sentence& sentence = sentences[index];
         if (!sentence.IsCalculation()) continue;
-        RewriteSentence(chain, sentence.text, index, errorText);
+        RewriteSentence(chain, sentence.text, index, errorText, stop);
         if (!errorText.empty()) return;
     }
 }

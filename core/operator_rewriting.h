@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -12,6 +13,8 @@
 // order of the passes is the precedence.
 
 namespace orvane {
+
+class RunStop;
 
 // A sentence's text as a chain of pieces, so that a call can be put around its operands without
 // moving them. Matching brackets know each other. A piece is a word, a bracket, a run of blanks or
@@ -29,8 +32,10 @@ public:
         Kind kind = Kind::end;
     };
 
-    // A view of the text is kept until the chain reads another one.
-    void Read(std::string_view text);
+    // A view of the text is kept until the chain reads another one. False for a text of more than
+    // `most` pieces, and when the run is asked to stop.
+    bool Read(std::string_view text, std::size_t most = std::size_t{1} << 31,
+              const RunStop* stop = nullptr);
     std::string Text() const;
 
     // The pieces run from First() to End(), which stands in front of the first one as well.

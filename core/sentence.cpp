@@ -16,6 +16,11 @@ void SentenceList::RemoveBlank() {
     });
 }
 
+void SentenceList::KeepFirst(int count) {
+    sentences.resize(static_cast<std::size_t>(count));
+    IndexNames();
+}
+
 void SentenceList::IndexNames() {
     hasNamedDefines = false;
     names.Read(Count(), [this](int index) {

@@ -51,6 +51,8 @@ public:
     void Add(std::string_view cut) { sentences.push_back(std::make_unique<Sentence>(cut)); }
     // Drops the sentences that hold only blanks, tabs and line feeds.
     void RemoveBlank();
+    // Drops the sentences from index `count` on.
+    void KeepFirst(int count);
 
     int Count() const { return static_cast<int>(sentences.size()); }
     bool IsEmpty() const { return sentences.empty(); }

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "core/error_text.h"
+#include "core/run_stop.h"
 #include "core/text_scan.h"
 #include "functions/keyword_table.h"
 
@@ -28,11 +29,11 @@ std::optional<int> FindOddLine(std::string_view text) {
 // below. The form takes the sentence's number, the word, and the number of the sentence below.
 template <typename LaterIndex>
 std::string CheckOrder(const SentenceList& sentences, int index, std::string_view form,
-                       LaterIndex laterIndex) {
+                       const RunStop* stop, LaterIndex laterIndex) {
     const std::string_view word = FindWord(sentences[index].text.View(), [&](auto found) {
-        return IsWordStart(found.front()) && laterIndex(found) > index;
+        return IsStopAsked(stop) || (IsWordStart(found.front()) && laterIndex(found) > index);
     });
-    if (word.empty()) return {};
+    if (word.empty() || IsStopAsked(stop)) return {};
     return FillForm(form, {NumberOf(index), word, NumberOf(laterIndex(word))});
 }
 
@@ -96,16 +97,16 @@ std::string CheckSentenceStrings(const SentenceList& sentences, int index) {
     return FillForm("C001-05: string in sentence %d is not matched properly.", {NumberOf(index)});
 }
 
-std::string CheckDefineOrder(const SentenceList& sentences, int index) {
+std::string CheckDefineOrder(const SentenceList& sentences, int index, const RunStop* stop) {
     if (!sentences[index].IsDefine()) return {};
     return CheckOrder(sentences, index, "C001-06: define %d uses name \"%s\" of sub-define %d.",
-                      [&](std::string_view word) { return sentences.FirstDefine(word); });
+                      stop, [&](std::string_view word) { return sentences.FirstDefine(word); });
 }
 
-std::string CheckFormulaOrder(const SentenceList& sentences, int index) {
+std::string CheckFormulaOrder(const SentenceList& sentences, int index, const RunStop* stop) {
     if (!sentences[index].IsCalculation()) return {};
     return CheckOrder(sentences, index, "C001-07: formula %d uses name \"%s\" of sub-formula %d.",
-                      [&](std::string_view word) { return sentences.FirstFormula(word); });
+                      stop, [&](std::string_view word) { return sentences.FirstFormula(word); });
 }
 
 std::string CheckAndUnifyBrackets(SentenceList& sentences, int index) {

@@ -10,6 +10,8 @@
 
 namespace orvane {
 
+class RunStop;
+
 // C001-01: a line of the cleaned sheet with an odd count of '"'. Strings do not cross line ends.
 std::string CheckLineStrings(std::string_view sheet);
 
@@ -28,8 +30,10 @@ std::string CheckSentenceStrings(const SentenceList& sentences, int index);
 
 // C001-06 and C001-07: a define that uses the name of a define below it, a formula that uses the
 // name of a formula below it. Across the kinds the order is free. Names must have been indexed.
-std::string CheckDefineOrder(const SentenceList& sentences, int index);
-std::string CheckFormulaOrder(const SentenceList& sentences, int index);
+std::string CheckDefineOrder(const SentenceList& sentences, int index,
+                             const RunStop* stop = nullptr);
+std::string CheckFormulaOrder(const SentenceList& sentences, int index,
+                              const RunStop* stop = nullptr);
 
 // C001-08: brackets of a formula that do not match. The three kinds of bracket are one: all are
 // rewritten to round ones on the way. A formula that passes has no line feed any more.

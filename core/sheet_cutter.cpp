@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "core/run_stop.h"
 #include "core/text_scan.h"
 
 namespace orvane {
@@ -46,23 +47,26 @@ void BlankComments(std::span<char> text) {
     }
 }
 
-void CutSentences(SentenceList& sentences, std::string_view text) {
+bool CutSentences(SentenceList& sentences, std::string_view text, const RunStop* stop) {
     std::size_t start = 0;
     std::size_t at = 0;
     const auto cut = [&] {
-        if (at > start) sentences.Add(text.substr(start, at - start));
+        if (at == start) return true;
+        if (sentences.Count() == mostSentences) return false;
+        sentences.Add(text.substr(start, at - start));
+        return true;
     };
     while (at < text.size()) {
         if (text[at] == '"') {
             at = SkipString(text, at);
         } else if (text[at] == ';') {
-            cut();
+            if (IsStopAsked(stop) || !cut()) return false;
             start = ++at;
         } else {
             ++at;
         }
     }
-    cut();
+    return cut();
 }
 
 void FindHeader(Sentence& sentence) {
@@ -84,8 +88,9 @@ void FindName(Sentence& sentence) {
 
 void TrimText(Sentence& sentence) { sentence.text.Remove(0, SkipWhite(sentence.text.View(), 0)); }
 
-void FindLeadingWords(SentenceList& sentences) {
+void FindLeadingWords(SentenceList& sentences, const RunStop* stop) {
     for (auto& sentence : sentences) {
+        if (IsStopAsked(stop)) return;
         FindHeader(*sentence);
         if (sentence->IsText()) continue;
         FindName(*sentence);

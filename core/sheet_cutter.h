@@ -9,13 +9,17 @@
 
 namespace orvane {
 
+class RunStop;
+
 // Carriage returns become blanks, and so does everything from `//` to the end of its line, outside
 // strings. Every position stays. Behind a string that is never closed nothing counts as comment.
 void BlankComments(std::span<char> text);
 
 // One sentence for each piece between semicolons outside strings. An empty piece makes none. The
-// sentences look into the text.
-void CutSentences(SentenceList& sentences, std::string_view text);
+// sentences look into the text. False when that makes more than `mostSentences`, which take 3 GB,
+// or when the run is asked to stop.
+inline constexpr int mostSentences = 1 << 23;
+bool CutSentences(SentenceList& sentences, std::string_view text, const RunStop* stop = nullptr);
 
 // Moves the word in front of a `:` from the text into the header, once.
 void FindHeader(Sentence& sentence);
@@ -28,7 +32,7 @@ void FindName(Sentence& sentence);
 void TrimText(Sentence& sentence);
 
 // All three, for every sentence. Text sentences have no name and keep their white space.
-void FindLeadingWords(SentenceList& sentences);
+void FindLeadingWords(SentenceList& sentences, const RunStop* stop = nullptr);
 
 // Line feeds become blanks, unless the sentence is a text.
 void BlankLineFeeds(Sentence& sentence);

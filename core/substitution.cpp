@@ -5,6 +5,7 @@
 
 #include "core/error_text.h"
 #include "core/number_literal.h"
+#include "core/run_stop.h"
 #include "core/text_scan.h"
 #include "functions/keyword_table.h"
 
@@ -16,6 +17,9 @@ namespace {
 // double each other over and over, comes near.
 constexpr std::size_t longestText = 1'000'000;
 constexpr int mostReplacements = 100'000;
+
+// By which a sheet may grow as a whole: a long define may stand in very many sentences.
+constexpr std::size_t mostGrowth = std::size_t{64} << 20;
 
 // The length of what stands at the start of a text and is passed over as one piece: a string, a
 // number with all that hangs on it, a word, or a single character.
@@ -38,15 +42,17 @@ bool UsesWord(std::string_view text, std::string_view word) {
 
 class Substitution {
 public:
-    explicit Substitution(SentenceList& list)
-        : sentences(list), endless(static_cast<std::size_t>(list.Count()), unknown) {}
+    Substitution(SentenceList& list, const RunStop* runStop)
+        : sentences(list),
+          stop(runStop),
+          endless(static_cast<std::size_t>(list.Count()), unknown) {}
 
     // Replaces until no name of a define below `limit` is left. False when that does not end.
     bool Run(int index, int limit) {
         ForwardEdit edit(sentences[index].text);
         bool ends = true;
         int replacements = 0;
-        while (ends && !edit.AtEnd()) ends = Step(edit, limit, replacements);
+        while (ends && !edit.AtEnd() && !IsStopAsked(stop)) ends = Step(edit, limit, replacements);
         return ends;
     }
 
@@ -64,6 +70,8 @@ private:
         const std::string_view text = sentences[define].text.View();
         const bool grows = text.size() > length;
         if (grows && edit.Length() - length + text.size() > longestText) return false;
+        if (grows) growth += text.size() - length;
+        if (growth > mostGrowth) return false;
         edit.Replace(length, text);
         return true;
     }
@@ -81,7 +89,9 @@ private:
 
     static constexpr signed char unknown = -1;
     SentenceList& sentences;
+    const RunStop* stop;
     std::vector<signed char> endless;
+    std::size_t growth = 0;  // of all sentences
 };
 
 struct FoundConstant {
@@ -114,11 +124,11 @@ int FindFormula(const SentenceList& sentences, std::string_view word, int limit)
     return found < limit ? found : -1;
 }
 
-void SubstituteDefines(SentenceList& sentences, std::string& errorText) {
+void SubstituteDefines(SentenceList& sentences, std::string& errorText, const RunStop* stop) {
     if (!sentences.HasNamedDefines()) return;
-    Substitution substitution(sentences);
+    Substitution substitution(sentences, stop);
     const auto run = [&](int index, int limit) {
-        if (!errorText.empty() || substitution.Run(index, limit)) return;
+        if (!errorText.empty() || IsStopAsked(stop) || substitution.Run(index, limit)) return;
         errorText = FillForm("C001-09: define substitution in sentence %d does not end.",
                              {NumberOf(index)});
     };
@@ -136,10 +146,11 @@ bool FoldConstantOnce(SentenceList& sentences, int index) {
     return found && text.ReplaceByNumber(found->start, found->start + found->length, found->value);
 }
 
-void FoldConstants(EditBuffer& text) {
+void FoldConstants(EditBuffer& text, const RunStop* stop) {
     if (!FindConstant(text.View())) return;
     ForwardEdit edit(text);
     while (const std::optional<FoundConstant> found = FindConstant(edit.Rest())) {
+        if (IsStopAsked(stop)) return;
         edit.Pass(found->start);
         edit.Replace(found->length, *FormatForSentence(found->value));
     }

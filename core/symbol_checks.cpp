@@ -7,6 +7,7 @@
 #include "core/error_text.h"
 #include "core/first_message.h"
 #include "core/number_literal.h"
+#include "core/run_stop.h"
 #include "core/text_scan.h"
 
 namespace orvane {
@@ -24,8 +25,8 @@ struct SymbolCheck {
 };
 
 bool Pass(std::span<const SymbolCheck> checks, const SentenceList& sentences,
-          std::string& errorText) {
-    errorText = FirstMessage(checks, sentences, [&](const SymbolCheck& check, int index) {
+          std::string& errorText, const RunStop* stop) {
+    errorText = FirstMessage(checks, sentences, stop, [&](const SymbolCheck& check, int index) {
         if (!sentences[index].IsCalculation()) return std::string();
         const Fault fault = check.find(sentences[index].text.View());
         if (!fault) return std::string();
@@ -166,15 +167,16 @@ constexpr SymbolCheck checksBehindRewriting[] = {
 
 }  // namespace
 
-void CheckNumbersAndPoints(SentenceList& sentences, std::string& errorText) {
-    if (!Pass(checksBeforeRewriting, sentences, errorText)) return;
+void CheckNumbersAndPoints(SentenceList& sentences, std::string& errorText, const RunStop* stop) {
+    if (!Pass(checksBeforeRewriting, sentences, errorText, stop)) return;
     for (auto& sentence : sentences) {
+        if (IsStopAsked(stop)) return;
         if (sentence->IsCalculation()) CollapseSigns(sentence->text);
     }
 }
 
-void CheckSymbols(SentenceList& sentences, std::string& errorText) {
-    Pass(checksBehindRewriting, sentences, errorText);
+void CheckSymbols(SentenceList& sentences, std::string& errorText, const RunStop* stop) {
+    Pass(checksBehindRewriting, sentences, errorText, stop);
 }
 
 }  // namespace orvane

@@ -12,6 +12,8 @@ namespace orvane {
 
 namespace {
 
+const RunStop* StopOf(const ValueCall& call) { return call.family.parameters.stop; }
+
 bool StageFrom(const ValueCall& call, int first) {
     return StageTable(call.Node(), first, call.family.sentence, call.family.errorText);
 }
@@ -80,20 +82,20 @@ void BuildMatrix(ValueCall& call) {
 }
 
 void MatrixAdjoint(ValueCall& call) {
-    if (StageSquare(call)) call.Result().AdjointOf(call.Staged());
+    if (StageSquare(call)) call.Result().AdjointOf(call.Staged(), StopOf(call));
 }
 
 void MatrixInverse(ValueCall& call) {
-    if (!StageSquare(call) || call.Result().InverseOf(call.Staged())) return;
+    if (!StageSquare(call) || call.Result().InverseOf(call.Staged(), StopOf(call))) return;
     call.Fail({"E005-", "03"}, "determinant of the matrix is 0");
 }
 
 void MatrixRank(ValueCall& call) {
-    if (StageMatrix(call)) call.Result().AppendScalar(call.Staged().RankOf());
+    if (StageMatrix(call)) call.Result().AppendScalar(call.Staged().RankOf(StopOf(call)));
 }
 
 void MatrixDeterminant(ValueCall& call) {
-    if (StageSquare(call)) call.Result().AppendScalar(call.Staged().Determinant());
+    if (StageSquare(call)) call.Result().AppendScalar(call.Staged().Determinant(StopOf(call)));
 }
 
 // Kept: only square tables, on purpose.

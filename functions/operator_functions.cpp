@@ -100,7 +100,7 @@ bool IsTooLarge(const Value& left, const Value& right) {
 void RealProduct(ValueCall& call, const Value& left, const Value& right) {
     if (IsTooLarge(left, right)) {
         call.Fail({"E009-", "24"}, "result is too large");
-    } else if (!call.Result().MultiplyMatrices(left, right)) {
+    } else if (!call.Result().MultiplyMatrices(left, right, call.family.parameters.stop)) {
         call.Fail({"E009-", "22"}, incompatible);
     }
 }
@@ -198,7 +198,7 @@ void Absolute(ValueCall& call) {
     } else if (size.rows == 1 || size.columns == 1) {
         call.Result().SetReal(std::sqrt(staged.SumOfSquares()));
     } else if (size.rows == size.columns) {
-        call.Result().SetReal(staged.Determinant());
+        call.Result().SetReal(staged.Determinant(call.family.parameters.stop));
     } else {
         call.Fail({"E009-", "14"}, incompatible);
     }

@@ -7,6 +7,7 @@
 #include "core/calc_parameters.h"
 #include "core/error_text.h"
 #include "core/evaluation.h"
+#include "core/run_stop.h"
 #include "functions/function_bodies.h"
 #include "functions/whole_number.h"
 
@@ -131,8 +132,8 @@ void EvaluateVariable(const FamilyCall& call) {
 
 bool EvaluateBody(const StepCall& call, FunctionNode& body, double x, bool checkFinite,
                   double& out) {
-    if (call.Failed()) return false;
     const FamilyCall& family = call.family;
+    if (call.Failed() || TakeStop(family.parameters.stop, family.errorText)) return false;
     ExpandVariable(body, call.variableName, x);
     EvaluateNode(body, family.sentence, family.parameters, family.errorText);
     if (call.Failed()) return false;
@@ -151,6 +152,7 @@ bool EvaluateBodyAt(const StepCall& call, FunctionNode& body, double step, std::
 }
 
 void StepProgress(const StepCall& call, std::int64_t index) {
+    TakeStop(call.family.parameters.stop, call.family.errorText);
     Progress* const progress = call.family.parameters.progress;
     if (progress != nullptr && index % progressInterval == 0) progress->Step();
 }

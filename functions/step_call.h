@@ -54,7 +54,8 @@ bool EvaluateBody(const StepCall& call, FunctionNode& body, double x, bool check
 bool EvaluateBodyAt(const StepCall& call, FunctionNode& body, double step, std::int64_t index,
                     double& out);
 
-// The sign of life: steps the progress, if there is one, at each index divisible by 500.
+// The sign of life: steps the progress, if there is one, at each index divisible by 500. A run that
+// is asked to stop fails here, and so it does in each evaluation of a body.
 void StepProgress(const StepCall& call, std::int64_t index);
 
 }  // namespace orvane

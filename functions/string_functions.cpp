@@ -8,6 +8,7 @@
 #include "core/compile_stages.h"
 #include "core/error_text.h"
 #include "core/number_literal.h"
+#include "core/run_stop.h"
 #include "core/text_scan.h"
 #include "functions/keyword_table.h"
 
@@ -65,10 +66,13 @@ constexpr StringFunction stringFunctions[] = {
 
 // --- finding
 
-// Where the first string function's name stands, looked for outside strings.
-std::size_t FindStringFunction(std::string_view text) {
-    const std::string_view name =
-        FindWord(text, [](std::string_view word) { return keywordTable.IsStringFunction(word); });
+// Where the first string function's name stands, looked for outside strings. A run that is asked
+// to stop finds one at once.
+std::size_t FindStringFunction(std::string_view text, const RunStop* stop) {
+    const std::string_view name = FindWord(text, [stop](std::string_view word) {
+        return IsStopAsked(stop) ||
+               (IsWordStart(word.front()) && keywordTable.IsStringFunction(word));
+    });
     return name.empty() ? text.size() : static_cast<std::size_t>(name.data() - text.data());
 }
 
@@ -120,9 +124,10 @@ std::optional<double> ComputeStringCall(std::string_view name, std::string_view 
     return sum ? std::optional(static_cast<double>(*sum)) : std::nullopt;
 }
 
-bool ReplaceNextStringCall(ForwardEdit& walk, int sentence, std::string& errorText) {
-    walk.Pass(FindStringFunction(walk.Rest()));
-    if (walk.AtEnd()) return false;
+bool ReplaceNextStringCall(ForwardEdit& walk, int sentence, std::string& errorText,
+                           const RunStop* stop) {
+    walk.Pass(FindStringFunction(walk.Rest(), stop));
+    if (walk.AtEnd() || IsStopAsked(stop)) return false;
 
     const std::string_view text = walk.Rest();
     const std::size_t nameEnd = FindWordEnd(text, 0);
@@ -142,15 +147,15 @@ bool ReplaceNextStringCall(ForwardEdit& walk, int sentence, std::string& errorTe
     return true;
 }
 
-void StringFunctionPass(SentenceList& sentences, std::string& errorText) {
-    for (int index = 0; index < sentences.Count(); ++index) {
+void StringFunctionPass(SentenceList& sentences, std::string& errorText, const RunStop* stop) {
+    for (int index = 0; index < sentences.Count() && !IsStopAsked(stop); ++index) {
         Sentence& sentence = sentences[index];
         if (!sentence.IsCalculation()) continue;
         // Nearly every sentence ends here.
         const std::string_view text = sentence.text.View();
-        if (FindStringFunction(text) == text.size()) continue;
+        if (FindStringFunction(text, stop) == text.size()) continue;
         ForwardEdit walk(sentence.text);
-        while (ReplaceNextStringCall(walk, index, errorText)) {
+        while (ReplaceNextStringCall(walk, index, errorText, stop)) {
         }
         if (!errorText.empty()) return;
     }

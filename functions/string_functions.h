@@ -12,11 +12,14 @@
 
 namespace orvane {
 
+class RunStop;
+
 // Replaces the next call in front of the walk by its number, which is read next: a word character
 // behind the call joins it to a word. False when no call is left, and after a failure: E003-01
-// for a keyword without a bracket, E003-02 for a call that can't be read. `sentence` counts from
-// zero.
-bool ReplaceNextStringCall(ForwardEdit& walk, int sentence, std::string& errorText);
+// for a keyword without a bracket, E003-02 for a call that can't be read. False as well when the
+// run is asked to stop. `sentence` counts from zero.
+bool ReplaceNextStringCall(ForwardEdit& walk, int sentence, std::string& errorText,
+                           const RunStop* stop = nullptr);
 
 // What the string function of this name gives for the text between its brackets. Nothing when
 // that text holds anything but strings and the characters "+() ", when it holds no string, or

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -13,6 +14,8 @@
 // fraction. There is no other kind of value.
 
 namespace orvane {
+
+class RunStop;
 
 // A plain growable list of doubles. It has room for 1000 from the start and grows by 1000.
 class DoubleList {
@@ -52,6 +55,37 @@ using ConstValueRow = std::span<const double>;
 // sheet can ask for tables of any size, as by a column times a row; it gets a message instead.
 inline constexpr std::int64_t largestTable = std::int64_t{1} << 24;
 
+// The room that the tables of all values hold together, in bytes. A short sheet can make very many
+// tables; evaluation refuses what goes beyond `mostTableRoom`.
+inline std::atomic<std::int64_t> tableRoom = 0;
+inline constexpr std::int64_t mostTableRoom = std::int64_t{1} << 30;
+
+// Takes room as any vector does, and counts it.
+template <typename Element>
+struct CountedRoom {
+    using value_type = Element;
+
+    CountedRoom() = default;
+    template <typename Other>
+    CountedRoom(const CountedRoom<Other>&) {}
+
+    Element* allocate(std::size_t count) {
+        Element* const room = std::allocator<Element>().allocate(count);
+        tableRoom.fetch_add(Bytes(count), std::memory_order_relaxed);
+        return room;
+    }
+    void deallocate(Element* room, std::size_t count) {
+        tableRoom.fetch_sub(Bytes(count), std::memory_order_relaxed);
+        std::allocator<Element>().deallocate(room, count);
+    }
+    bool operator==(const CountedRoom&) const { return true; }
+
+private:
+    static std::int64_t Bytes(std::size_t count) {
+        return static_cast<std::int64_t>(count * sizeof(Element));
+    }
+};
+
 // A table of rows, which need not be of equal length. One row of one or two cells lives inside the
 // value itself: numbers and complex numbers, which is nearly everything a sheet holds, take no
 // memory of their own. A cleared value keeps its room, so a body that runs a million times
@@ -88,6 +122,13 @@ public:
         inTable = false;
         complexMark = false;
     }
+    // Gives up the table and its room. A number or a complex number stays as it is.
+    void ReleaseTable() {
+        if (!table) return;
+        if (inTable) Clear();
+        table.reset();
+    }
+    bool HasTable() const { return inTable; }
     void SetReal(double number);
     // A number when the imaginary part is exactly 0, else one row of two with the mark set. This
     // is the only normal form: no other operation turns a complex number into a plain one.
@@ -99,13 +140,14 @@ public:
     // One more row of that many zeros.
     ValueRow AppendRow(std::int32_t length);
 
-    // --- arithmetic (value_arithmetic.cpp)
+    // --- arithmetic (value_arithmetic.cpp); where a `stop` is given, what may take long looks at
+    // it and, when asked, returns with cells that mean nothing
     // Appends one row per row of `left`, holding left + right or left - right. Both must be tables
     // of the same dimensions; otherwise false, and nothing is touched. The mark is left alone.
     bool AddOrSubtract(const Value& left, const Value& right, bool add);
     // Clears, then fills with the matrix product. A number scales the other table. False when an
     // operand is no table (nothing is touched) or when left's columns are not right's rows.
-    bool MultiplyMatrices(const Value& left, const Value& right);
+    bool MultiplyMatrices(const Value& left, const Value& right, const RunStop* stop = nullptr);
     // Appends a copy of the rows with each element times the factor. The mark is not copied.
     void ScaleBy(const Value& source, double factor);
     // Clears, then copies rows and mark with each element divided. False when the divisor is 0.
@@ -116,21 +158,21 @@ public:
     // --- matrices (value_matrix.cpp); see there for shapes
     // Gaussian elimination with partial pivoting, in place. True when the count of row swaps is
     // odd. A column whose pivot is exactly 0 is skipped and its row is spent all the same.
-    bool EliminateRows();
+    bool EliminateRows(const RunStop* stop = nullptr);
     // Destroys the table. 1.0 (or -1.0) when there are no rows.
-    double Determinant();
+    double Determinant(const RunStop* stop = nullptr);
     // Destroys the table. The count of diagonal elements that are not 0 after elimination.
-    std::int32_t RankOf();
+    std::int32_t RankOf(const RunStop* stop = nullptr);
     // In place; square tables only.
     void TransposeSquare();
     // Fills this value with the source without that row and column. A source of one row or one
     // column gives ones.
     void MinorOf(std::int32_t row, std::int32_t column, const Value& source);
     // Fills this value with the transposed cofactors of a square source; 1.0 for one row.
-    void AdjointOf(const Value& source);
+    void AdjointOf(const Value& source, const RunStop* stop = nullptr);
     // Fills this value with the adjoint over the determinant. False when the determinant is 0, and
     // nothing is touched then.
-    bool InverseOf(const Value& source);
+    bool InverseOf(const Value& source, const RunStop* stop = nullptr);
 
     // The text of the node inspector, not the report's: elements joined by ",", each row closed by
     // a line feed, `precision` decimals; a negative precision shows the full form.
@@ -138,8 +180,9 @@ public:
 
 private:
     struct Table {
-        std::vector<double> cells;          // row behind row
-        std::vector<std::int32_t> rowEnds;  // for each row, the index behind its last cell
+        // Row behind row, and for each row the index behind its last cell.
+        std::vector<double, CountedRoom<double>> cells;
+        std::vector<std::int32_t, CountedRoom<std::int32_t>> rowEnds;
     };
 
     const double* Cells() const { return inTable ? table->cells.data() : inlineCells; }

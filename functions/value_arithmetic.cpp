@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "core/run_stop.h"
 #include "functions/value.h"
 
 // Sums, products and quotients of tables. None makes a test for infinity: what overflows stays in
@@ -19,7 +20,7 @@ bool Value::AddOrSubtract(const Value& left, const Value& right, bool add) {
     return true;
 }
 
-bool Value::MultiplyMatrices(const Value& left, const Value& right) {
+bool Value::MultiplyMatrices(const Value& left, const Value& right, const RunStop* stop) {
     const Dimensions a = left.GetDimensions();
     const Dimensions b = right.GetDimensions();
     if (!a.IsTable() || !b.IsTable()) return false;
@@ -33,7 +34,7 @@ bool Value::MultiplyMatrices(const Value& left, const Value& right) {
     AppendRows(a.rows, b.columns);
     // Each cell adds its products for k upward from 0. Whole rows of `right` are taken at a time,
     // which runs along memory and leaves that order as it is.
-    for (std::int32_t i = 0; i < a.rows; ++i) {
+    for (std::int32_t i = 0; i < a.rows && !IsStopAsked(stop); ++i) {
         const ValueRow sums = Row(i);
         for (std::int32_t k = 0; k < a.columns; ++k) {
             const double factor = left.At(i, k);

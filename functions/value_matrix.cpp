@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/run_stop.h"
 #include "functions/value.h"
 
 // Gaussian elimination with partial pivoting, and what follows from it: determinant, rank, minors,
@@ -28,11 +29,11 @@ std::int32_t Value::FindPivotRow(std::int32_t column) const {
     return best;
 }
 
-bool Value::EliminateRows() {
+bool Value::EliminateRows(const RunStop* stop) {
     const std::int32_t columns = SharedColumns();
     const std::int32_t diagonal = DiagonalLength();
     bool oddSwaps = false;
-    for (std::int32_t k = 0; k < diagonal; ++k) {
+    for (std::int32_t k = 0; k < diagonal && !IsStopAsked(stop); ++k) {
         double* const pivotRow = Row(k).data();
         const std::int32_t best = FindPivotRow(k);
         if (best != k) {
@@ -51,8 +52,8 @@ bool Value::EliminateRows() {
     return oddSwaps;
 }
 
-double Value::Determinant() {
-    const bool oddSwaps = EliminateRows();
+double Value::Determinant(const RunStop* stop) {
+    const bool oddSwaps = EliminateRows(stop);
     const std::int32_t diagonal = DiagonalLength();
     double product = 1.0;
     for (std::int32_t k = 0; k < diagonal; ++k) product *= At(k, k);
@@ -61,8 +62,8 @@ double Value::Determinant() {
 
 // Kept: this can fall short of the true rank, since a column without a pivot spends its row, and
 // can exceed it, since rounding noise on the diagonal is not 0. Sheets rely on it.
-std::int32_t Value::RankOf() {
-    EliminateRows();
+std::int32_t Value::RankOf(const RunStop* stop) {
+    EliminateRows(stop);
     const std::int32_t diagonal = DiagonalLength();
     std::int32_t rank = 0;
     for (std::int32_t k = 0; k < diagonal; ++k) {
@@ -99,26 +100,26 @@ void Value::MinorOf(std::int32_t row, std::int32_t column, const Value& source) 
     }
 }
 
-void Value::AdjointOf(const Value& source) {
+void Value::AdjointOf(const Value& source, const RunStop* stop) {
     const std::int32_t size = source.RowCount();
     Clear();
     AppendRows(size, size);
     Value minor;  // of a single element it is 1.0, and so is the adjoint
     for (std::int32_t i = 0; i < size; ++i) {
-        for (std::int32_t j = 0; j < size; ++j) {
+        for (std::int32_t j = 0; j < size && !IsStopAsked(stop); ++j) {
             minor.MinorOf(i, j, source);
-            const double determinant = minor.Determinant();
+            const double determinant = minor.Determinant(stop);
             Row(j)[i] = (i + j) % 2 == 0 ? determinant : -determinant;
         }
     }
 }
 
-bool Value::InverseOf(const Value& source) {
+bool Value::InverseOf(const Value& source, const RunStop* stop) {
     Value eliminated;
     eliminated.CopyFrom(source);
-    const double determinant = eliminated.Determinant();
+    const double determinant = eliminated.Determinant(stop);
     if (determinant == 0.0) return false;
-    AdjointOf(source);
+    AdjointOf(source, stop);
     for (double& cell : AllCells()) cell /= determinant;
     return true;
 }

@@ -62,6 +62,10 @@ public:
     int screenHeight = 1080;
 
     void Clear() { sets.clear(); }
+    // Drops the curves of this sentence and of those behind it.
+    void DropFrom(int sentenceIndex) {
+        while (!sets.empty() && sets.back()->sentenceIndex >= sentenceIndex) sets.pop_back();
+    }
     // A new set with room for its first points. It stays where it is until the store is cleared.
     // Null when there is no memory for it, or no place; the store is as it was then.
     LocusSet* Add(int sentenceIndex, LocusKind kind);

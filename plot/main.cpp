@@ -132,7 +132,7 @@ void AddPictureOptions(CLI::App& app, PlotOptions& options) {
 
 constexpr const char* statusText =
     "Exit status: 0 fine, 1 the sheet has an error, 2 wrong usage, an unreadable file, an empty\n"
-    "sheet or an output that can't be written.";
+    "sheet or an output that can't be written, 3 the time limit is over.";
 
 int Run(int count, char** words) {
     CLI::App app("Draws the curves of a sheet of formulas, each as a picture.", programName);

@@ -50,7 +50,7 @@ StagedSheet RunStages(std::string_view sheet, int last) {
     AnalyseSentences(staged.sentences, text.data(), text.data() + text.size(), staged.errorText);
     for (int stage = 2; stage <= last && staged.errorText.empty(); ++stage) {
         stagesBehindTheFirst[static_cast<std::size_t>(stage - 2)](staged.sentences,
-                                                                  staged.errorText);
+                                                                  staged.errorText, nullptr);
     }
     return staged;
 }
@@ -59,7 +59,7 @@ StagedText RunStage(Stage stage, std::string_view formula) {
     SentenceList sentences;
     sentences.Add(formula);
     StagedText staged;
-    stage(sentences, staged.error);
+    stage(sentences, staged.error, nullptr);
     staged.text = sentences[0].text.View();
     return staged;
 }

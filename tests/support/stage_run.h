@@ -27,7 +27,7 @@ struct StagedText {
     bool operator==(const StagedText&) const = default;
 };
 
-using Stage = void (*)(SentenceList& sentences, std::string& errorText);
+using Stage = void (*)(SentenceList& sentences, std::string& errorText, const RunStop* stop);
 
 StagedText RunStage(Stage stage, std::string_view formula);
 
