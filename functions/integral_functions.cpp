@@ -1,6 +1,8 @@
 #include <cmath>
 #include <cstdint>
+#include <functional>
 
+#include "functions/body_samples.h"
 #include "functions/function_bodies.h"
 #include "functions/step_call.h"
 
@@ -25,6 +27,7 @@ struct HalfStepGrid {
     double step = call.step * 0.5;
     std::int64_t last = std::int64_t{call.count} * 2;
 
+    std::int64_t Places() const { return last + 1; }
     bool Sample(std::int64_t index, double& value) const {
         return EvaluateBodyAt(call, call.Body(), step, index, value);
     }
@@ -35,19 +38,106 @@ struct HalfStepGrid {
     }
 };
 
+// The samples of one body over one block after the other.
+class BodyBlocks {
+public:
+    BodyBlocks(const HalfStepGrid& halfSteps, FunctionNode& body)
+        : grid(halfSteps), samples(grid.call, body, grid.Places()) {}
+
+    // False where the tree has to take the samples.
+    bool Fill(const GridBlock& block, GapWork& gaps) {
+        return samples.FillFinite({grid.call.lower, grid.step}, block, column, &gaps);
+    }
+    void StepProgressOver(const GridBlock& block) const {
+        orvane::StepProgressOver(grid.call, block.first, block.count);
+    }
+    double At(std::int64_t index) const { return column.At(index); }
+    void SetInFront(double sample) { column.SetInFront(sample); }
+    void VisitByTree() { samples.VisitByTree(); }
+    void Settle() { samples.Settle(); }
+
+private:
+    const HalfStepGrid& grid;
+    BodySamples samples;
+    SampleColumn column;
+};
+
+// The same for x and y.
+class PointBlocks {
+public:
+    explicit PointBlocks(const HalfStepGrid& grid)
+        : x(grid, grid.call.Body()), y(grid, grid.call.SecondBody()) {}
+
+    bool Fill(const GridBlock& block, GapWork& gaps) {
+        if (x.Fill(block, gaps) && y.Fill(block, gaps)) return true;
+        x.VisitByTree();
+        return false;
+    }
+    void StepProgressOver(const GridBlock& block) const {
+        x.StepProgressOver(block);
+        y.StepProgressOver(block);
+    }
+    Point At(std::int64_t index) const { return {x.At(index), y.At(index)}; }
+    void SetInFront(const Point& sample) {
+        x.SetInFront(sample.x);
+        y.SetInFront(sample.y);
+    }
+    void Settle() {
+        x.Settle();
+        y.Settle();
+    }
+
+private:
+    BodyBlocks x;
+    BodyBlocks y;
+};
+
+BodyBlocks BlocksOf(const HalfStepGrid& grid, double) { return {grid, grid.call.Body()}; }
+PointBlocks BlocksOf(const HalfStepGrid& grid, Point) { return PointBlocks(grid); }
+
+using SumInOrder = OrderedFold<std::plus<double>>;
+
+// The sum over all places of term(sample in front, sample, place); at place 0 the sample in front
+// is zero. `first` is the first place that has a term; every place is sampled. False after an
+// error.
+template <typename Sample, typename Term>
+bool SumOverPlaces(const HalfStepGrid& grid, std::int64_t firstTerm, Term term, double& total) {
+    SumInOrder sum(0.0);
+    auto blocks = BlocksOf(grid, Sample());
+    Sample inFront = {};
+    GridBlock block = GridBlock::First(grid.Places());
+    for (; !block.IsEmpty(); block = block.Next(grid.Places())) {
+        const auto count = static_cast<std::int64_t>(block.count);
+        blocks.SetInFront(inFront);
+        if (blocks.Fill(block, sum)) {
+            blocks.StepProgressOver(block);
+            double* const terms = sum.Room().Block();
+            const std::int64_t begin = std::max<std::int64_t>(0, firstTerm - block.first);
+            for (std::int64_t j = begin; j < count; ++j) {
+                terms[j] = term(blocks.At(j - 1), blocks.At(j), block.first + j);
+            }
+            sum.Start(static_cast<std::size_t>(begin), block.count);
+            inFront = blocks.At(count - 1);
+            continue;
+        }
+        sum.Finish();
+        for (std::int64_t i = block.first; i < block.first + count; ++i) {
+            Sample sample = {};
+            if (!grid.Sample(i, sample)) return false;
+            if (i >= firstTerm) sum.Add(term(inFront, sample, i));
+            inFront = sample;
+        }
+    }
+    sum.Finish();
+    blocks.Settle();
+    total = sum.Total();
+    return true;
+}
+
 // The sum over i from 1 to the end of term(sample[i - 1], sample[i], i). False after an error.
 template <typename SampleType, typename Term>
 bool SumOverPairs(const HalfStepGrid& grid, Term term, double& sum) {
-    sum = 0.0;
-    SampleType previous = {};
-    if (!grid.Sample(0, previous)) return false;
-    for (std::int64_t i = 1; i <= grid.last; ++i) {
-        SampleType sample = {};
-        if (!grid.Sample(i, sample)) return false;
-        sum += term(previous, sample, i);
-        previous = sample;
-    }
-    return true;
+    return SumOverPlaces<SampleType>(grid, 1, term, sum);
 }
 
 // The option is off when it is exactly 0; one that is not given is on.
@@ -63,13 +153,10 @@ double Weight(std::int64_t index, std::int64_t last, double oddWeight) {
 template <typename Term>
 bool WeightedSum(const HalfStepGrid& grid, Term term, double& sum) {
     const double oddWeight = IsOn(grid.call) ? 4.0 : 2.0;
-    sum = 0.0;
-    for (std::int64_t i = 0; i <= grid.last; ++i) {
-        double sample = 0.0;
-        if (!grid.Sample(i, sample)) return false;
-        sum += Weight(i, grid.last, oddWeight) * term(sample);
-    }
-    return true;
+    const auto weighted = [&](double, double sample, std::int64_t index) {
+        return Weight(index, grid.last, oddWeight) * term(sample);
+    };
+    return SumOverPlaces<double>(grid, 0, weighted, sum);
 }
 
 }  // namespace

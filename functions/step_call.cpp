@@ -157,4 +157,12 @@ void StepProgress(const StepCall& call, std::int64_t index) {
     if (progress != nullptr && index % progressInterval == 0) progress->Step();
 }
 
+void StepProgressOver(const StepCall& call, std::int64_t first, std::size_t count) {
+    Progress* const progress = call.family.parameters.progress;
+    if (progress == nullptr) return;
+    const std::int64_t end = first + static_cast<std::int64_t>(count);
+    std::int64_t next = (first + progressInterval - 1) / progressInterval * progressInterval;
+    for (; next < end; next += progressInterval) progress->Step();
+}
+
 }  // namespace orvane

@@ -57,5 +57,7 @@ bool EvaluateBodyAt(const StepCall& call, FunctionNode& body, double step, std::
 // The sign of life: steps the progress, if there is one, at each index divisible by 500. A run that
 // is asked to stop fails here, and so it does in each evaluation of a body.
 void StepProgress(const StepCall& call, std::int64_t index);
+// The same for each index of a block.
+void StepProgressOver(const StepCall& call, std::int64_t first, std::size_t count);
 
 }  // namespace orvane

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "core/calc_parameters.h"
+#include "functions/body_samples.h"
 #include "functions/function_bodies.h"
 #include "functions/step_call.h"
 #include "locus/locus_store.h"
@@ -22,32 +23,71 @@ struct Spot {
     double y;
 };
 
-// The curve's point at parameter t. Nothing where it is beyond the limit or no number, and after
-// an error.
-using SpotFinder = std::optional<Spot> (*)(const StepCall& call, double t, double limit);
+// What the bodies give at one parameter; `second` of a parametric curve alone.
+struct BodyValues {
+    double first = 0.0;
+    double second = 0.0;
+};
 
-std::optional<Spot> FindXySpot(const StepCall& call, double t, double limit) {
-    double y = 0.0;
-    if (!EvaluateBody(call, call.Body(), t, false, y)) return std::nullopt;
-    if (!(std::abs(y) <= limit)) return std::nullopt;
-    return Spot{t, y};
+// The curve's point at parameter t. Nothing where it is beyond the limit or no number.
+using SpotFinder = std::optional<Spot> (*)(double t, const BodyValues& values, double limit);
+
+std::optional<Spot> FindXySpot(double t, const BodyValues& values, double limit) {
+    if (!(std::abs(values.first) <= limit)) return std::nullopt;
+    return Spot{t, values.first};
 }
 
 // Kept: a radius far below zero passes, since its size is not looked at.
-std::optional<Spot> FindPolarSpot(const StepCall& call, double t, double limit) {
-    double radius = 0.0;
-    if (!EvaluateBody(call, call.Body(), t, false, radius)) return std::nullopt;
+std::optional<Spot> FindPolarSpot(double t, const BodyValues& values, double limit) {
+    const double radius = values.first;
     if (!(radius <= limit)) return std::nullopt;
     return Spot{std::cos(t) * radius, std::sin(t) * radius};
 }
 
-std::optional<Spot> FindParametricSpot(const StepCall& call, double t, double limit) {
-    Spot spot = {0.0, 0.0};
-    if (!EvaluateBody(call, call.Body(), t, false, spot.x)) return std::nullopt;
-    if (!EvaluateBody(call, call.SecondBody(), t, false, spot.y)) return std::nullopt;
-    if (!(std::abs(spot.x) <= limit && std::abs(spot.y) <= limit)) return std::nullopt;
-    return spot;
+std::optional<Spot> FindParametricSpot(double, const BodyValues& values, double limit) {
+    if (!(std::abs(values.first) <= limit && std::abs(values.second) <= limit)) return std::nullopt;
+    return Spot{values.first, values.second};
 }
+
+// The values of the bodies, first X and then Y, a block at a time where that can be.
+class CurveBodies {
+public:
+    explicit CurveBodies(const StepCall& sweep) : call(sweep), x(call, call.Body(), Places()) {
+        if (call.IsParametric()) y.emplace(call, call.SecondBody(), Places());
+    }
+
+    std::int64_t Places() const { return std::int64_t{call.count} + 1; }
+    void Fill(const GridBlock& block) {
+        const SweepGrid grid = {call.lower, call.step};
+        xs = x.Fill(grid, block);
+        ys = y && xs != nullptr ? y->Fill(grid, block) : nullptr;
+        isFilled = xs != nullptr && (!y || ys != nullptr);
+        if (!isFilled) x.VisitByTree();
+    }
+    // False after an error.
+    bool Evaluate(const GridBlock& block, std::size_t place, BodyValues& values) {
+        if (isFilled) {
+            values.first = xs[place];
+            if (y) values.second = ys[place];
+            return true;
+        }
+        const double t = call.ValueAt(block.first + static_cast<std::int64_t>(place), call.step);
+        return EvaluateBody(call, call.Body(), t, false, values.first) &&
+               (!y || EvaluateBody(call, call.SecondBody(), t, false, values.second));
+    }
+    void Settle() {
+        x.Settle();
+        if (y) y->Settle();
+    }
+
+private:
+    const StepCall& call;
+    BodySamples x;
+    std::optional<BodySamples> y;
+    const double* xs = nullptr;
+    const double* ys = nullptr;
+    bool isFilled = false;
+};
 
 struct CurveForm {
     LocusKind kind;
@@ -70,16 +110,24 @@ bool FailForMemory(const StepCall& call) {
 // Records the curve. False after an error; the points up to it stay.
 bool RecordPoints(const StepCall& call, const CurveForm& form, LocusSet& set) {
     const double limit = call.option > 0.0 ? call.option : usualLimit;
+    CurveBodies bodies(call);
+    const std::int64_t places = bodies.Places();
     bool nextPenUp = true;
     std::int64_t lastIndex = -1;
-    for (std::int64_t i = 0; i <= call.count; ++i) {
-        StepProgress(call, i);
-        const std::optional<Spot> spot = form.findSpot(call, call.ValueAt(i, call.step), limit);
-        if (call.Failed()) return false;
-        if (spot && !set.AddPoint(spot->x, spot->y, nextPenUp)) return FailForMemory(call);
-        nextPenUp = !spot;
-        if (spot) lastIndex = i;
+    for (GridBlock block = GridBlock::First(places); !block.IsEmpty(); block = block.Next(places)) {
+        bodies.Fill(block);
+        for (std::size_t place = 0; place < block.count; ++place) {
+            const std::int64_t i = block.first + static_cast<std::int64_t>(place);
+            StepProgress(call, i);
+            BodyValues values;
+            if (!bodies.Evaluate(block, place, values)) return false;
+            const auto spot = form.findSpot(call.ValueAt(i, call.step), values, limit);
+            if (spot && !set.AddPoint(spot->x, spot->y, nextPenUp)) return FailForMemory(call);
+            nextPenUp = !spot;
+            if (spot) lastIndex = i;
+        }
     }
+    bodies.Settle();
     if (form.notesLast && lastIndex != call.count) {
         set.stoppedEarly = true;
         set.lastParameter = call.ValueAt(lastIndex, call.step);

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "functions/column_kernels.h"
+#include "functions/keyword_table.h"
+
+// The body of a sweep as a flat list of operations over columns, one column element for each value
+// of the variable. It covers bodies whose values are all single numbers: numbers, names of earlier
+// formulas, variables, the number and bit functions, operators, comparisons, `if` and brackets with
+// one value. Every element gets the very bits that evaluation of the tree gives.
+
+namespace orvane {
+
+// What runs in the gaps between the operations of a body: work on an earlier block that waits for
+// itself, as a sum in order does.
+class GapWork {
+public:
+    virtual ~GapWork() = default;
+    // Does about one part of `parts` of what there was at the start.
+    virtual void Advance(std::size_t parts) = 0;
+};
+
+class BodyProgram {
+public:
+    // Empty; BodyProgramBuilder fills it. `call` is that of the sweep.
+    explicit BodyProgram(const FamilyCall& call) : family(call) {}
+
+    // Gives the body's value for each of the `count` numbers in `x`, at most columnLength; both
+    // columns have room for the padded count. Null where evaluation of the tree would fail at one
+    // of them. The column stays as it is until the next run.
+    const double* Run(const double* x, std::size_t count, GapWork* gaps);
+
+private:
+    friend class BodyProgramBuilder;
+    using Place = std::uint32_t;  // of a column
+
+    struct alignas(64) Column {
+        std::array<double, columnLength> cells;
+    };
+
+    // One operation: a kernel, or a body that is called for each element, or a choice.
+    struct Step {
+        enum class Kind : std::uint8_t { kernel, body, choice } kind = Kind::kernel;
+        bool tested = false;  // of `body`: what is not finite fails
+        Place out = 0;
+        Place a = 0, b = 0;  // of `kernel`; of `choice`: what decides, and the variable
+        ColumnKernel kernel = nullptr;
+        FunctionNode* node = nullptr;  // of `body`
+        std::uint32_t first = 0;       // of `body`, in `operands`; of `choice`, in `branches`
+        std::uint32_t count = 0;       // of operands or branches
+        std::uint32_t end = 0;         // of `choice`: the step behind its branches
+    };
+    // A branch has a variable column of its own, which holds the elements that come to it.
+    struct Branch {
+        std::uint32_t begin = 0, end = 0;  // steps
+        Place variable = 0;
+        Place result = 0;
+    };
+
+    static constexpr Place variablePlace = 0;
+
+    bool RunSteps(std::uint32_t begin, std::uint32_t end, std::size_t count, GapWork* gaps);
+    bool RunBody(const Step& step, std::size_t count);
+    bool RunChoice(const Step& step, std::size_t count);
+    double* Room(Place place) { return columns[place].cells.data(); }
+
+    FamilyCall family;
+    std::deque<Column> columns;
+    std::vector<const double*> cells;  // of each place: its column, or the one that stands for it
+    std::vector<Step> steps;
+    std::vector<Place> operands;
+    std::vector<Branch> branches;
+    std::vector<double> parameters;  // of one call of a body
+    std::string failure;             // written by bodies; the tree says it again where it counts
+    Place result = 0;
+};
+
+}  // namespace orvane

@@ -1,0 +1,121 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+#include "functions/body_program.h"
+#include "functions/column_kernels.h"
+#include "functions/step_call.h"
+
+// The values of a sweep's body on a grid, a block at a time, and sums over them. What a block can't
+// do, and a block in which something fails, is left to the tree from the block's first place on: so
+// messages, what was recorded until then and the state left behind are those of the tree.
+
+namespace orvane {
+
+// The place `index` has the number index * step + lower.
+struct SweepGrid {
+    double lower = 0.0;
+    double step = 0.0;
+};
+
+// Walks the places from 0 to the one before `places` in blocks.
+struct GridBlock {
+    std::int64_t first = 0;
+    std::size_t count = 0;
+
+    static GridBlock First(std::int64_t places) { return At(0, places); }
+    GridBlock Next(std::int64_t places) const {
+        return At(first + static_cast<std::int64_t>(count), places);
+    }
+    bool IsEmpty() const { return count == 0; }
+
+private:
+    static GridBlock At(std::int64_t first, std::int64_t places) {
+        const auto most = static_cast<std::int64_t>(columnLength);
+        return {first, static_cast<std::size_t>(std::min(most, places - first))};
+    }
+};
+
+// Room for a block, with one more element in front.
+struct SampleColumn {
+    alignas(64) std::array<double, columnLength + columnStride> cells{};
+
+    double* Block() { return cells.data() + columnStride; }
+    // -1 is the one in front of the block.
+    double At(std::int64_t index) const { return cells[columnStride + index]; }
+    void SetInFront(double sample) { cells[columnStride - 1] = sample; }
+};
+
+class BodySamples {
+public:
+    // `places` is how many there will be: a few are not worth the preparation.
+    BodySamples(const StepCall& sweep, FunctionNode& node, std::int64_t places);
+
+    // The body's values at the places of a block, until the next call; null where the tree has to
+    // do them. The padding behind holds values of the block.
+    const double* Fill(const SweepGrid& grid, const GridBlock& block, GapWork* gaps = nullptr);
+    // The same into a column, and null as well where a value is not finite.
+    bool FillFinite(const SweepGrid& grid, const GridBlock& block, SampleColumn& samples,
+                    GapWork* gaps = nullptr);
+    // The place that the sweep has come to since, where it takes blocks apart: done by a block, or
+    // by the tree.
+    void Visit(double number) { lastNumber = number; }
+    void VisitByTree() { lastNumber.reset(); }
+    // Behind the last place of all: leaves the body as the tree leaves it there. Does nothing when
+    // the last block was the tree's.
+    void Settle();
+
+private:
+    static constexpr std::int64_t fewestPlaces = 32;
+
+    const StepCall& call;
+    FunctionNode& body;
+    std::unique_ptr<BodyProgram> program;  // none: all is the tree's
+    std::optional<double> lastNumber;      // the newest one, where the tree did not do it
+    alignas(64) std::array<double, columnLength> numbers;
+};
+
+// A sum or a product in the order of the grid. It lags behind by one block, whose terms are added
+// in the gaps between the operations on the next one: an addition waits for the one before it, and
+// the operations on columns do not.
+template <typename Operation>
+class OrderedFold final : public GapWork {
+public:
+    explicit OrderedFold(double start) : total(start) {}
+
+    void Advance(std::size_t parts) override { Take((size + parts - 1) / parts); }
+    void Finish() { Take(size - done); }
+    // Room for the terms of a block, to be handed over by Start.
+    SampleColumn& Room() { return columns[current ^ 1]; }
+    // The terms in the room from `begin` to `end` are next.
+    void Start(std::size_t begin, std::size_t end) {
+        Finish();
+        current ^= 1;
+        done = begin;
+        size = end;
+    }
+    void Add(double term) { total = Operation()(total, term); }
+    double Total() const { return total; }
+
+private:
+    void Take(std::size_t count) {
+        const double* const terms = columns[current].Block();
+        const std::size_t end = std::min(size, done + count);
+        double folded = total;
+        for (; done < end; ++done) folded = Operation()(folded, terms[done]);
+        total = folded;
+    }
+
+    double total;
+    std::size_t done = 0;
+    std::size_t size = 0;
+    std::size_t current = 0;
+    SampleColumn columns[2];
+};
+
+}  // namespace orvane
