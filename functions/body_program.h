@@ -18,24 +18,20 @@
 
 namespace orvane {
 
-// What runs in the gaps between the operations of a body: work on an earlier block that waits for
-// itself, as a sum in order does.
-class GapWork {
-public:
-    virtual ~GapWork() = default;
-    // Does about one part of `parts` of what there was at the start.
-    virtual void Advance(std::size_t parts) = 0;
-};
-
 class BodyProgram {
 public:
     // Empty; BodyProgramBuilder fills it. `call` is that of the sweep.
     explicit BodyProgram(const FamilyCall& call) : family(call) {}
 
+    // Room for the numbers of a run, a column of it.
+    double* Numbers() { return Room(variablePlace); }
+
     // Gives the body's value for each of the `count` numbers in `x`, at most columnLength; both
     // columns have room for the padded count. Null where evaluation of the tree would fail at one
-    // of them. The column stays as it is until the next run.
-    const double* Run(const double* x, std::size_t count, GapWork* gaps);
+    // of them. The column stays as it is until the next run. Some terms of `side` are taken.
+    const double* Run(const double* x, std::size_t count, SideFold& side);
+    // The same into `out`, and false as well where a value is not finite.
+    bool RunFinite(const double* x, std::size_t count, double* out, SideFold& side);
 
 private:
     friend class BodyProgramBuilder;
@@ -50,8 +46,10 @@ private:
         enum class Kind : std::uint8_t { kernel, body, choice } kind = Kind::kernel;
         bool tested = false;  // of `body`: what is not finite fails
         Place out = 0;
-        Place a = 0, b = 0;  // of `kernel`; of `choice`: what decides, and the variable
-        ColumnKernel kernel = nullptr;
+        Place a = 0, b = 0, c = 0;  // of `kernel`; of `choice`: what decides, and the variable
+        ColumnKernel kernel;
+        ValueBody alone = nullptr;     // of `kernel`: an operator that may go into a pair
+        std::size_t rounds = 0;        // of `kernel`, wished for on the side
         FunctionNode* node = nullptr;  // of `body`
         std::uint32_t first = 0;       // of `body`, in `operands`; of `choice`, in `branches`
         std::uint32_t count = 0;       // of operands or branches
@@ -66,9 +64,12 @@ private:
 
     static constexpr Place variablePlace = 0;
 
-    bool RunSteps(std::uint32_t begin, std::uint32_t end, std::size_t count, GapWork* gaps);
+    bool RunSteps(std::uint32_t begin, std::uint32_t end, std::size_t count, SideFold& side);
+    bool RunKernel(const ColumnKernel& kernel, const Step& step, double* out, std::size_t count,
+                   SideFold& side);
     bool RunBody(const Step& step, std::size_t count);
-    bool RunChoice(const Step& step, std::size_t count);
+    bool RunChoice(const Step& step, std::size_t count, SideFold& side);
+    bool RunBranch(const Branch& branch, const double* x, std::size_t count, SideFold& side);
     double* Room(Place place) { return columns[place].cells.data(); }
 
     FamilyCall family;
@@ -80,6 +81,7 @@ private:
     std::vector<double> parameters;  // of one call of a body
     std::string failure;             // written by bodies; the tree says it again where it counts
     Place result = 0;
+    ColumnKernel finish;  // in place of the last step's: what is not finite fails; may be none
 };
 
 }  // namespace orvane

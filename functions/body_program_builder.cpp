@@ -1,7 +1,11 @@
 #include "functions/body_program_builder.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
+
+#include "functions/function_bodies.h"
+#include "functions/pair_kernels.h"
 
 namespace orvane {
 
@@ -31,7 +35,7 @@ bool HasOperation(const FunctionNode& node) {
     if (IsBracket(node) || IsScalarCall(node)) return true;
     if (IsChoice(node)) return node.children.size() == 3 || node.children.size() == 4;
     return IsGroup(node, KeywordGroup::operators) &&
-           OperatorKernel(node.keyword->body.value, node.children.size()) != nullptr;
+           OperatorKernels(node.keyword->body.value, node.children.size()).plain != nullptr;
 }
 
 bool IsLeaf(const FunctionNode& node) {
@@ -39,12 +43,36 @@ bool IsLeaf(const FunctionNode& node) {
            node.kind == NodeKind::variable;
 }
 
+bool IsVariable(const FunctionNode& node, std::string_view name) {
+    return node.kind == NodeKind::variable && node.variableName == name;
+}
+
+// A variable of a sweep further out keeps its value during this one; one that nobody has set has
+// none, which the tree has words for.
+bool HasNumber(const FunctionNode& leaf) {
+    return leaf.evaluated && leaf.result.IsScalar() && !leaf.result.complexMark;
+}
+
 }  // namespace
 
 std::unique_ptr<BodyProgram> BodyProgramBuilder::Build(const FamilyCall& call, FunctionNode& body,
                                                        std::string_view variableName) {
+    if (!IsCovered(body, variableName)) return nullptr;
     auto program = std::make_unique<BodyProgram>(call);
     return BodyProgramBuilder(*program, variableName).Walk(body) ? std::move(program) : nullptr;
+}
+
+// One look, which costs less than one evaluation: a sweep that runs in another one comes here each
+// time.
+bool BodyProgramBuilder::IsCovered(FunctionNode& body, std::string_view variableName) {
+    std::size_t numbers = 0;
+    for (FunctionNode* at = &body; at != nullptr; at = NextInTree(&body, at)) {
+        if (IsVariable(*at, variableName)) continue;
+        if (IsLeaf(*at) ? !HasNumber(*at) || ++numbers > mostColumns : !HasOperation(*at)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 bool BodyProgramBuilder::Walk(FunctionNode& body) {
@@ -66,25 +94,53 @@ bool BodyProgramBuilder::Walk(FunctionNode& body) {
         }
     }
     program.result = values.back();
+    Finish();
     return true;
+}
+
+// The last operation tests what comes out. The terms of the block before are shared out among the
+// slow operations, which hide them; where there is none, among all. Of the branches of a choice one
+// runs, as a rule.
+void BodyProgramBuilder::Finish() {
+    std::vector<Step>& steps = program.steps;
+    const auto isKernel = [](const Step& step) { return step.kind == Step::Kind::kernel; };
+    if (steps.empty()) return;
+    if (isKernel(steps.back()) && steps.back().out == program.result) program.finish = tested;
+
+    const auto isSlow = [&](const Step& step) { return isKernel(step) && step.kernel.isSlow; };
+    const bool onlySlow = std::ranges::any_of(steps, isSlow);
+    const auto takes = [&](const Step& step) { return onlySlow ? isSlow(step) : isKernel(step); };
+    const auto countTakers = [&](std::size_t begin, std::size_t end) {
+        return std::count_if(steps.begin() + static_cast<long>(begin),
+                             steps.begin() + static_cast<long>(end), takes);
+    };
+    long takers = countTakers(0, steps.size());
+    for (const Step& choice : steps) {
+        long most = 0;
+        for (std::uint32_t i = 0; i < choice.count && choice.kind == Step::Kind::choice; ++i) {
+            const BodyProgram::Branch& branch = program.branches[choice.first + i];
+            const long inBranch = countTakers(branch.begin, branch.end);
+            takers -= std::min(most, inBranch);
+            most = std::max(most, inBranch);
+        }
+    }
+    if (takers <= 0) return;
+    constexpr std::size_t all = columnStride / sideRound;
+    const std::size_t share =
+        (all + static_cast<std::size_t>(takers) - 1) / static_cast<std::size_t>(takers);
+    for (Step& step : steps) step.rounds = takes(step) ? share : 0;
 }
 
 bool BodyProgramBuilder::Enter(FunctionNode& node) {
     if (IsLeaf(node)) return EnterLeaf(node);
-    if (!HasOperation(node)) return false;
     frames.push_back({&node, 0, 0, {}});
     return true;
 }
 
-// A variable of a sweep further out keeps its value during this one; one that nobody has set has
-// none, which the tree has words for.
 bool BodyProgramBuilder::EnterLeaf(const FunctionNode& node) {
-    if (node.kind == NodeKind::variable && node.variableName == variableName) {
-        values.push_back(variable);
-        return true;
-    }
-    if (!node.evaluated || !node.result.IsScalar() || node.result.complexMark) return false;
-    return PushConstant(node.result.At(0, 0));
+    if (!IsVariable(node, variableName)) return PushConstant(node.result.At(0, 0));
+    values.push_back(variable);
+    return true;
 }
 
 bool BodyProgramBuilder::Leave(const Frame& frame) {
@@ -92,6 +148,7 @@ bool BodyProgramBuilder::Leave(const Frame& frame) {
     if (IsBracket(node)) return true;  // its child's value is its own
     if (IsChoice(node)) {
         program.steps[frame.choice].end = static_cast<std::uint32_t>(program.steps.size());
+        movable = program.steps.size();
         variable = *frame.outerVariable;
         --choiceDepth;
         values.push_back(program.steps[frame.choice].out);
@@ -108,7 +165,7 @@ bool BodyProgramBuilder::BeginBranch(Frame& frame) {
         step.kind = Step::Kind::choice;
         step.a = values.back();
         step.b = variable;
-        step.out = TakeColumn();
+        step.out = AddColumn();  // of its own: the column of a branch may stand for it
         step.first = static_cast<std::uint32_t>(program.branches.size());
         step.count = static_cast<std::uint32_t>(frame.node->children.size() - 1);
         frame.choice = program.steps.size();
@@ -126,6 +183,7 @@ bool BodyProgramBuilder::BeginBranch(Frame& frame) {
         program.branches[program.steps[frame.choice].first + frame.next - 1];
     branch.variable = variable;
     branch.begin = static_cast<std::uint32_t>(program.steps.size());
+    movable = program.steps.size();
     return true;
 }
 
@@ -140,21 +198,88 @@ void BodyProgramBuilder::EndBranch(Frame& frame) {
 
 bool BodyProgramBuilder::EmitOperator(const FunctionNode& node) {
     const std::size_t count = node.children.size();
-    return EmitKernel(OperatorKernel(node.keyword->body.value, count), count);
+    ValueBody body = node.keyword->body.value;
+    if (body == Divide && MultipliesInstead()) body = Times;
+    if (count == 2 && (EmitPair(body, true) || EmitPair(body, false))) return true;
+    const ColumnKernels kernels = OperatorKernels(body, count);
+    Step step;
+    step.kernel = kernels.plain;
+    step.alone = count == 2 ? body : nullptr;
+    return EmitKernel(step, kernels.tested, count);
+}
+
+// Dividing by a power of two and multiplying with its inverse are the same number, rounded once.
+bool BodyProgramBuilder::MultipliesInstead() {
+    const Place divisor = values.back();
+    if (!IsConstant(divisor)) return false;
+    const double number = program.cells[divisor][0];
+    int exponent = 0;
+    if (std::fabs(std::frexp(number, &exponent)) != 0.5 || !std::isnormal(1.0 / number)) {
+        return false;
+    }
+    if (!PushConstant(1.0 / number)) return false;
+    values.erase(values.end() - 2);
+    return true;
+}
+
+// Puts the operator behind the operation that gives one of its operands: reversed, the right one.
+// That operation moves behind those that were written down since; false where it can't.
+bool BodyProgramBuilder::EmitPair(ValueBody second, bool reversed) {
+    const Place inner = Operand(2, reversed ? 1 : 0);
+    const auto found = FindStep(inner);
+    if (!found || IsConstant(inner)) return false;
+    const Step first = program.steps[*found];
+    const ColumnKernels kernels = PairKernels(first.alone, second, reversed);
+    if (kernels.plain == nullptr) return false;
+    program.steps.erase(program.steps.begin() + static_cast<long>(*found));
+
+    Step step;
+    step.kernel = kernels.plain;
+    step.a = first.a;
+    step.b = first.b;
+    step.c = Operand(2, reversed ? 0 : 1);
+    // The operands of the first operation are in use again.
+    const auto isOperand = [&](Place place) { return place == first.a || place == first.b; };
+    const auto free = std::ranges::find_if_not(unused, isOperand);
+    step.out = free == unused.end() ? AddColumn() : *free;
+    if (free != unused.end()) unused.erase(free);
+    tested = kernels.tested;
+    program.steps.push_back(step);
+    PopOperands(2);
+    values.push_back(step.out);
+    return true;
+}
+
+// The operator that gives `result`, if it is one of the newest and can move to the end.
+std::optional<std::size_t> BodyProgramBuilder::FindStep(Place result) const {
+    const std::vector<Step>& steps = program.steps;
+    const std::size_t begin = std::max(movable + nearSteps, steps.size()) - nearSteps;
+    for (std::size_t at = steps.size(); at-- > begin;) {
+        const Step& step = steps[at];
+        if (step.out != result) continue;
+        const bool isOverwritten = std::any_of(
+            steps.begin() + static_cast<long>(at) + 1, steps.end(),
+            [&](const Step& later) { return later.out == step.a || later.out == step.b; });
+        if (step.alone == nullptr || isOverwritten) return std::nullopt;
+        return at;
+    }
+    return std::nullopt;
 }
 
 bool BodyProgramBuilder::EmitScalar(FunctionNode& node) {
     const std::size_t count = node.children.size();
     const ColumnKernels* const kernels = KernelsOf(node.keyword->body.scalar);
     if (kernels == nullptr) return EmitBody(node, count);
-    return EmitKernel(node.keepNonFinite ? kernels->plain : kernels->tested, count);
+    Step step;
+    step.kernel = node.keepNonFinite ? kernels->plain : kernels->tested;
+    return EmitKernel(step, kernels->tested, count);
 }
 
-bool BodyProgramBuilder::EmitKernel(ColumnKernel kernel, std::size_t count) {
-    Step step;
-    step.kernel = kernel;
+bool BodyProgramBuilder::EmitKernel(Step step, const ColumnKernel& finiteForm, std::size_t count) {
     step.a = Operand(count, 0);
     step.b = Operand(count, count - 1);
+    step.c = step.b;
+    tested = finiteForm;
     return Emit(step, count);
 }
 
@@ -180,9 +305,10 @@ bool BodyProgramBuilder::Emit(Step step, std::size_t count) {
     step.out = isConstant ? AddColumn() : TakeColumn();
     program.steps.push_back(step);
     const auto last = static_cast<std::uint32_t>(program.steps.size());
-    if (isConstant && program.RunSteps(last - 1, last, columnLength, nullptr)) {
+    SideFold nothing;
+    if (isConstant && program.RunSteps(last - 1, last, 1, nothing)) {
         program.steps.pop_back();
-        constant[step.out] = true;
+        FillWith(step.out, program.cells[step.out][0]);
     }
     PopOperands(count);
     values.push_back(step.out);
@@ -216,10 +342,14 @@ BodyProgramBuilder::Place BodyProgramBuilder::AddColumn() {
 bool BodyProgramBuilder::PushConstant(double number) {
     if (constant.size() > mostColumns) return false;
     const Place place = AddColumn();
-    program.columns.back().cells.fill(number);
-    constant[place] = true;
+    FillWith(place, number);
     values.push_back(place);
     return true;
+}
+
+void BodyProgramBuilder::FillWith(Place place, double number) {
+    program.columns[place].cells.fill(number);
+    constant[place] = true;
 }
 
 }  // namespace orvane

@@ -26,11 +26,15 @@ private:
 
     BodyProgramBuilder(BodyProgram& built, std::string_view name)
         : program(built), variableName(name) {}
+    static bool IsCovered(FunctionNode& body, std::string_view variableName);
     bool Walk(FunctionNode& body);
+    void Finish();
 
     // More columns would leave every cache, deeper choices the stack.
     static constexpr std::size_t mostColumns = 4096;
     static constexpr int deepestChoice = 64;
+    // As far as an operation moves: a body of a million terms must not look at all for each one.
+    static constexpr std::size_t nearSteps = 16;
 
     // A node whose children are under way.
     struct Frame {
@@ -48,7 +52,10 @@ private:
 
     bool EmitOperator(const FunctionNode& node);
     bool EmitScalar(FunctionNode& node);
-    bool EmitKernel(ColumnKernel kernel, std::size_t count);
+    bool EmitPair(ValueBody second, bool reversed);
+    std::optional<std::size_t> FindStep(Place result) const;
+    bool MultipliesInstead();
+    bool EmitKernel(Step step, const ColumnKernel& finiteForm, std::size_t count);
     bool EmitBody(FunctionNode& node, std::size_t count);
     bool Emit(Step step, std::size_t count);
 
@@ -61,6 +68,7 @@ private:
     Place TakeColumn();
     Place AddColumn();
     bool PushConstant(double number);
+    void FillWith(Place place, double number);
 
     BodyProgram& program;
     std::string_view variableName;
@@ -71,6 +79,8 @@ private:
     std::vector<bool> isVariable;
     Place variable = BodyProgram::variablePlace;
     int choiceDepth = 0;
+    std::size_t movable = 0;  // the steps from here on run wherever the next one does
+    ColumnKernel tested;      // form of the newest operation
 };
 
 }  // namespace orvane

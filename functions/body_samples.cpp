@@ -1,37 +1,61 @@
 #include "functions/body_samples.h"
 
+#include <algorithm>
+
 #include "core/calc_parameters.h"
 #include "core/function_node.h"
 #include "functions/body_program_builder.h"
 
 namespace orvane {
 
-BodySamples::BodySamples(const StepCall& sweep, FunctionNode& node, std::int64_t places)
-    : call(sweep), body(node) {
-    if (places < fewestPlaces || !call.family.parameters.sweepByColumns) return;
-    program = BodyProgramBuilder::Build(call.family, body, call.variableName);
+bool BodySamples::HasProgramFor(const GridBlock& block) {
+    if (!isPrepared) {
+        const std::size_t fewest = body.children.empty() ? fewestOfLeaf : fewestPlaces;
+        if (block.count < fewest || !call.family.parameters.sweepByColumns) return false;
+        program = BodyProgramBuilder::Build(call.family, body, call.variableName);
+        isPrepared = true;
+    }
+    return program != nullptr;
 }
 
-const double* BodySamples::Fill(const SweepGrid& grid, const GridBlock& block, GapWork* gaps) {
-    lastNumber.reset();
-    if (!program || call.Failed()) return nullptr;
-    FillGrid(numbers.data(), block.first, grid.step, grid.lower, PaddedCount(block.count));
+// False where the block is the tree's.
+bool BodySamples::Prepare(const SweepGrid& grid, const GridBlock& block) {
+    if (call.Failed() || !HasProgramFor(block)) return false;
+    double* const numbers = program->Numbers();
+    FillGrid(numbers, block.first, grid.step, grid.lower, PaddedCount(block.count));
     // What stands behind the last place must not fail where the block does not.
-    const double last = numbers[block.count - 1];
-    std::fill(numbers.begin() + static_cast<long>(block.count),
-              numbers.begin() + static_cast<long>(PaddedCount(block.count)), last);
-    const double* const values = program->Run(numbers.data(), block.count, gaps);
-    if (values != nullptr) lastNumber = last;
+    std::fill(numbers + block.count, numbers + PaddedCount(block.count), numbers[block.count - 1]);
+    return true;
+}
+
+const double* BodySamples::Fill(const SweepGrid& grid, const GridBlock& block) {
+    SideFold nothing;
+    const double* values = nullptr;
+    if (Prepare(grid, block)) values = program->Run(program->Numbers(), block.count, nothing);
+    TakeNote(block, values != nullptr);
     return values;
 }
 
 bool BodySamples::FillFinite(const SweepGrid& grid, const GridBlock& block, SampleColumn& samples,
-                             GapWork* gaps) {
-    const double* const values = Fill(grid, block, gaps);
-    if (values == nullptr) return false;
-    if (!CopyFinite(values, samples.Block(), PaddedCount(block.count))) return true;
-    lastNumber.reset();
-    return false;
+                             SideFold& side) {
+    const bool isFilled =
+        Prepare(grid, block) &&
+        program->RunFinite(program->Numbers(), block.count, samples.Block(), side);
+    TakeNote(block, isFilled);
+    return isFilled;
+}
+
+bool BodySamples::FillFinite(const SweepGrid& grid, const GridBlock& block, SampleColumn& samples) {
+    SideFold nothing;
+    return FillFinite(grid, block, samples, nothing);
+}
+
+void BodySamples::TakeNote(const GridBlock& block, bool isFilled) {
+    if (isFilled) {
+        lastNumber = program->Numbers()[block.count - 1];
+    } else {
+        Settle();
+    }
 }
 
 void BodySamples::Settle() {

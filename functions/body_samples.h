@@ -41,9 +41,10 @@ private:
     }
 };
 
-// Room for a block, with one more element in front.
+// Room for a block, with one more element in front. Nothing stands there until it is written: a
+// sweep of a few steps does not pay for the room.
 struct SampleColumn {
-    alignas(64) std::array<double, columnLength + columnStride> cells{};
+    alignas(64) std::array<double, columnLength + columnStride> cells;
 
     double* Block() { return cells.data() + columnStride; }
     // -1 is the one in front of the block.
@@ -53,15 +54,17 @@ struct SampleColumn {
 
 class BodySamples {
 public:
-    // `places` is how many there will be: a few are not worth the preparation.
-    BodySamples(const StepCall& sweep, FunctionNode& node, std::int64_t places);
+    BodySamples(const StepCall& sweep, FunctionNode& node) : call(sweep), body(node) {}
 
     // The body's values at the places of a block, until the next call; null where the tree has to
-    // do them. The padding behind holds values of the block.
-    const double* Fill(const SweepGrid& grid, const GridBlock& block, GapWork* gaps = nullptr);
+    // do them, and the body is as the tree left it in front of the block then. The padding behind
+    // holds values of the block.
+    const double* Fill(const SweepGrid& grid, const GridBlock& block);
     // The same into a column, and null as well where a value is not finite.
+    bool FillFinite(const SweepGrid& grid, const GridBlock& block, SampleColumn& samples);
+    // Some terms of `side` are taken meanwhile.
     bool FillFinite(const SweepGrid& grid, const GridBlock& block, SampleColumn& samples,
-                    GapWork* gaps = nullptr);
+                    SideFold& side);
     // The place that the sweep has come to since, where it takes blocks apart: done by a block, or
     // by the tree.
     void Visit(double number) { lastNumber = number; }
@@ -71,49 +74,48 @@ public:
     void Settle();
 
 private:
-    static constexpr std::int64_t fewestPlaces = 32;
+    // A shorter block is not worth the preparation; that of a body which is but a number or a
+    // variable needs more of them.
+    static constexpr std::size_t fewestPlaces = 32;
+    static constexpr std::size_t fewestOfLeaf = 128;
+
+    bool HasProgramFor(const GridBlock& block);
+    bool Prepare(const SweepGrid& grid, const GridBlock& block);
+    void TakeNote(const GridBlock& block, bool isFilled);
 
     const StepCall& call;
     FunctionNode& body;
-    std::unique_ptr<BodyProgram> program;  // none: all is the tree's
-    std::optional<double> lastNumber;      // the newest one, where the tree did not do it
-    alignas(64) std::array<double, columnLength> numbers;
+    std::unique_ptr<BodyProgram> program;  // none behind the preparation: all is the tree's
+    bool isPrepared = false;
+    std::optional<double> lastNumber;  // the newest one, where the tree did not do it
 };
 
-// A sum or a product in the order of the grid. It lags behind by one block, whose terms are added
-// in the gaps between the operations on the next one: an addition waits for the one before it, and
-// the operations on columns do not.
-template <typename Operation>
-class OrderedFold final : public GapWork {
+// A sum or a product in the order of the grid. It lags behind by one block, whose terms are taken
+// on the side of the operations on the next one.
+class OrderedFold {
 public:
-    explicit OrderedFold(double start) : total(start) {}
+    static OrderedFold Sum() { return OrderedFold(0.0, false); }
+    static OrderedFold Product() { return OrderedFold(1.0, true); }
 
-    void Advance(std::size_t parts) override { Take((size + parts - 1) / parts); }
-    void Finish() { Take(size - done); }
+    SideFold& Side() { return side; }
+    void Finish() { side.Finish(); }
     // Room for the terms of a block, to be handed over by Start.
     SampleColumn& Room() { return columns[current ^ 1]; }
     // The terms in the room from `begin` to `end` are next.
     void Start(std::size_t begin, std::size_t end) {
         Finish();
         current ^= 1;
-        done = begin;
-        size = end;
+        side.next = columns[current].Block() + begin;
+        side.end = columns[current].Block() + end;
     }
-    void Add(double term) { total = Operation()(total, term); }
-    double Total() const { return total; }
+    // Behind all terms that were handed over.
+    void Add(double term) { side.total = side.multiplies ? side.total * term : side.total + term; }
+    double Total() const { return side.total; }
 
 private:
-    void Take(std::size_t count) {
-        const double* const terms = columns[current].Block();
-        const std::size_t end = std::min(size, done + count);
-        double folded = total;
-        for (; done < end; ++done) folded = Operation()(folded, terms[done]);
-        total = folded;
-    }
+    OrderedFold(double start, bool multiplies) : side{start, multiplies} {}
 
-    double total;
-    std::size_t done = 0;
-    std::size_t size = 0;
+    SideFold side;
     std::size_t current = 0;
     SampleColumn columns[2];
 };

@@ -1,49 +1,21 @@
 #include "functions/column_kernels.h"
 
 #include <cmath>
-#include <cstring>
-#include <iterator>
 #include <numbers>
 
+#include "functions/column_loops.h"
 #include "functions/function_bodies.h"
 
 namespace orvane {
 
 namespace {
 
-// --- what marks a number that fails: the sign bit of a word, so that marks are gathered by OR
-
-std::int64_t BitsOf(double number) {
-    std::int64_t bits = 0;
-    std::memcpy(&bits, &number, sizeof bits);
-    return bits;
-}
-
-// Negative for an infinity and for what is no number.
-std::int64_t NonFiniteMark(double number) {
-    constexpr std::int64_t exponent = 0x7FF0000000000000;
-    return ((BitsOf(number) & exponent) ^ exponent) - 1;
-}
-
-// Negative for either zero.
-std::int64_t ZeroMark(double number) { return (BitsOf(number) & 0x7FFFFFFFFFFFFFFF) - 1; }
+using namespace loops;
 
 // --- what a kernel does to each element; the formulas are those of the bodies
 
 struct NegateOne {
     static double Apply(double a, double) { return -a; }
-};
-struct AddTwo {
-    static double Apply(double a, double b) { return a + b; }
-};
-struct SubtractTwo {
-    static double Apply(double a, double b) { return a - b; }
-};
-struct MultiplyTwo {
-    static double Apply(double a, double b) { return a * b; }
-};
-struct DivideTwo {
-    static double Apply(double a, double b) { return a / b; }
 };
 struct AbsoluteOne {
     static double Apply(double a, double) { return std::fabs(a); }
@@ -85,76 +57,33 @@ struct TruncateOne {
     static double Apply(double a, double) { return std::trunc(a); }
 };
 struct SquareRootOne {
+    static constexpr bool isSlow = true;
     static double Apply(double a, double) { return std::sqrt(a); }
 };
 struct InvertOne {
+    static constexpr bool isSlow = true;
     static double Apply(double a, double) { return 1.0 / a; }
 };
 struct RadiansOne {
     static double Apply(double a, double) { return std::numbers::pi * a * 0.005555555555555556; }
 };
 struct DegreesOne {
+    static constexpr bool isSlow = true;
     static double Apply(double a, double) { return (a * 180.0) / std::numbers::pi; }
 };
-
-// --- the loops
-
-enum class Fails { nothing, nonFinite, zeroDivisor };
-
-template <typename Operation, Fails fails>
-[[gnu::always_inline]] inline bool RunLoop(const double* a, const double* b, double* __restrict out,
-                                           std::size_t count) {
-    std::int64_t marks = 0;
-    for (std::size_t i = 0; i < count / columnStride * columnStride; ++i) {
-        const double result = Operation::Apply(a[i], b[i]);
-        out[i] = result;
-        if constexpr (fails == Fails::nonFinite) marks |= NonFiniteMark(result);
-        if constexpr (fails == Fails::zeroDivisor) marks |= ZeroMark(b[i]);
-    }
-    return marks < 0;
-}
-
-template <typename Operation, Fails fails>
-bool Baseline(const double* a, const double* b, double* out, std::size_t count) {
-    return RunLoop<Operation, fails>(a, b, out, count);
-}
-
-// The same loop for processors that work on four numbers at a time. No fused operations: they
-// would round differently.
-#if defined(__x86_64__)
-template <typename Operation, Fails fails>
-[[gnu::target("avx2")]] bool Wide(const double* a, const double* b, double* out,
-                                  std::size_t count) {
-    return RunLoop<Operation, fails>(a, b, out, count);
-}
-bool IsWideThere() { return __builtin_cpu_supports("avx2") != 0; }
-#else
-template <typename Operation, Fails fails>
-constexpr ColumnKernel Wide = Baseline<Operation, fails>;
-bool IsWideThere() { return false; }
-#endif
-
-// One kernel in both forms.
-struct KernelForms {
-    ColumnKernel baseline = nullptr;
-    ColumnKernel wide = nullptr;
-
-    ColumnKernel ForThisMachine() const { return IsWideThere() ? wide : baseline; }
-};
-
-template <typename Operation, Fails fails>
-constexpr KernelForms FormsOf() {
-    return {Baseline<Operation, fails>, Wide<Operation, fails>};
-}
 
 // Functions of the mathematics library are called for one element after the other: no other code
 // is known to give the same bits.
 template <double (*function)(double)>
 struct CallOne {
+    static constexpr bool isCall = true;
+    static constexpr bool isSlow = true;
     static double Apply(double a, double) { return function(a); }
 };
 template <double (*function)(double, double)>
 struct CallTwo {
+    static constexpr bool isCall = true;
+    static constexpr bool isSlow = true;
     static double Apply(double a, double b) { return function(a, b); }
 };
 
@@ -184,24 +113,26 @@ double FractionBy(double a) {
 
 struct BodyRow {
     ScalarBody body;
-    KernelForms plain;
-    KernelForms tested;
+    KernelForms forms;
 };
 
 template <typename Operation>
 constexpr BodyRow RowOf(ScalarBody body) {
-    return {body, FormsOf<Operation, Fails::nothing>(), FormsOf<Operation, Fails::nonFinite>()};
+    return {body, FormsOf<Operation>()};
 }
 // What comes out is always finite.
 template <typename Operation>
 constexpr BodyRow SafeRowOf(ScalarBody body) {
-    return {body, FormsOf<Operation, Fails::nothing>(), FormsOf<Operation, Fails::nothing>()};
+    BodyRow row = RowOf<Operation>(body);
+    row.forms.baseline.tested = row.forms.baseline.plain;
+    row.forms.wide.tested = row.forms.wide.plain;
+    return row;
 }
 template <typename Operation>
 constexpr BodyRow LibraryRowOf(ScalarBody body) {
-    constexpr ColumnKernel plain = Baseline<Operation, Fails::nothing>;
-    constexpr ColumnKernel tested = Baseline<Operation, Fails::nonFinite>;
-    return {body, {plain, plain}, {tested, tested}};
+    BodyRow row = RowOf<Operation>(body);
+    row.forms.wide = row.forms.baseline;
+    return row;
 }
 
 constexpr BodyRow bodyRows[] = {
@@ -249,33 +180,10 @@ struct OperatorRow {
 };
 
 constexpr OperatorRow operatorRows[] = {
-    {Negate, 1, FormsOf<NegateOne, Fails::nothing>()},
-    {Plus, 2, FormsOf<AddTwo, Fails::nothing>()},
-    {Minus, 2, FormsOf<SubtractTwo, Fails::nothing>()},
-    {Times, 2, FormsOf<MultiplyTwo, Fails::nothing>()},
-    {Divide, 2, FormsOf<DivideTwo, Fails::zeroDivisor>()},
-    {Absolute, 1, FormsOf<AbsoluteOne, Fails::nothing>()},
+    {Negate, 1, FormsOf<NegateOne>()},  {Plus, 2, FormsOf<AddTwo>()},
+    {Minus, 2, FormsOf<SubtractTwo>()}, {Times, 2, FormsOf<MultiplyTwo>()},
+    {Divide, 2, FormsOf<DivideTwo>()},  {Absolute, 1, FormsOf<AbsoluteOne>()},
 };
-
-// The kernels of every row for this machine, in the order of the rows.
-struct MachineKernels {
-    ColumnKernels bodies[std::size(bodyRows)];
-    ColumnKernel operators[std::size(operatorRows)];
-
-    MachineKernels() {
-        for (std::size_t i = 0; i < std::size(bodyRows); ++i) {
-            bodies[i] = {bodyRows[i].plain.ForThisMachine(), bodyRows[i].tested.ForThisMachine()};
-        }
-        for (std::size_t i = 0; i < std::size(operatorRows); ++i) {
-            operators[i] = operatorRows[i].forms.ForThisMachine();
-        }
-    }
-};
-
-const MachineKernels& Machine() {
-    static const MachineKernels kernels;
-    return kernels;
-}
 
 struct KeepOne {
     static double Apply(double a, double) { return a; }
@@ -283,13 +191,15 @@ struct KeepOne {
 
 [[gnu::always_inline]] inline void RunGridLoop(double* __restrict out, double first, double step,
                                                double lower, std::size_t count) {
-    // Whole numbers far below 2^53, so the sum of the first index and a place is exact.
-    for (std::size_t i = 0; i < count / columnStride * columnStride; ++i) {
-        out[i] = (first + static_cast<double>(static_cast<std::int32_t>(i))) * step + lower;
+    // Whole numbers far below 2^53, so the sums are exact.
+    double places[columnStride];
+    for (std::size_t j = 0; j < columnStride; ++j) places[j] = static_cast<double>(j);
+    for (std::size_t i = 0; i < count; i += columnStride) {
+        for (std::size_t j = 0; j < columnStride; ++j)
+            out[i + j] = (first + places[j]) * step + lower;
+        first += static_cast<double>(columnStride);
     }
 }
-
-using GridFiller = void (*)(double*, double, double, double, std::size_t);
 
 void FillBaseline(double* out, double first, double step, double lower, std::size_t count) {
     RunGridLoop(out, first, step, lower, count);
@@ -300,33 +210,87 @@ void FillBaseline(double* out, double first, double step, double lower, std::siz
     RunGridLoop(out, first, step, lower, count);
 }
 #else
-constexpr GridFiller FillWide = FillBaseline;
+constexpr auto* FillWide = FillBaseline;
+#endif
+
+// Gathers whether any element, and whether every element, is marked.
+struct MarkUse {
+    std::int64_t any = 0;
+    std::int64_t all = -1;
+
+    void Take(std::int64_t mark) {
+        any |= mark;
+        all &= mark;
+    }
+    bool IsEven() const { return any == 0 || all != 0; }
+};
+
+template <bool bySign>
+[[gnu::always_inline]] inline bool RunKindLoop(const double* numbers, std::size_t count) {
+    MarkUse zero;
+    MarkUse negative;
+    for (std::size_t done = 0; done < count; done += columnStride, numbers += columnStride) {
+        for (std::size_t i = 0; i < columnStride; ++i) {
+            zero.Take(ZeroMark(numbers[i]));
+            if constexpr (bySign) negative.Take(numbers[i] < 0.0 ? -1 : 0);
+        }
+    }
+    return zero.IsEven() && negative.IsEven();
+}
+
+template <bool bySign>
+bool KindBaseline(const double* numbers, std::size_t count) {
+    return RunKindLoop<bySign>(numbers, count);
+}
+#if defined(__x86_64__)
+template <bool bySign>
+[[gnu::target("avx2")]] bool KindWide(const double* numbers, std::size_t count) {
+    return RunKindLoop<bySign>(numbers, count);
+}
+#else
+template <bool bySign>
+constexpr auto* KindWide = KindBaseline<bySign>;
 #endif
 
 }  // namespace
 
-const ColumnKernels* KernelsOf(ScalarBody body) {
-    for (std::size_t i = 0; i < std::size(bodyRows); ++i) {
-        if (bodyRows[i].body == body) return &Machine().bodies[i];
+KernelForm FastestForm() {
+#if defined(__x86_64__)
+    static const bool isWideThere = __builtin_cpu_supports("avx2") != 0;
+    return isWideThere ? KernelForm::wide : KernelForm::baseline;
+#else
+    return KernelForm::baseline;
+#endif
+}
+
+const ColumnKernels* KernelsOf(ScalarBody body, KernelForm form) {
+    for (const BodyRow& row : bodyRows) {
+        if (row.body == body) return &row.forms.Of(form);
     }
     return nullptr;
 }
 
-ColumnKernel OperatorKernel(ValueBody body, std::size_t operands) {
-    for (std::size_t i = 0; i < std::size(operatorRows); ++i) {
-        const OperatorRow& row = operatorRows[i];
-        if (row.body == body && row.operands == operands) return Machine().operators[i];
+ColumnKernels OperatorKernels(ValueBody body, std::size_t operands, KernelForm form) {
+    for (const OperatorRow& row : operatorRows) {
+        if (row.body == body && row.operands == operands) return row.forms.Of(form);
     }
-    return nullptr;
+    return {};
 }
 
-bool CopyFinite(const double* from, double* to, std::size_t count) {
-    static const ColumnKernel copy = FormsOf<KeepOne, Fails::nonFinite>().ForThisMachine();
-    return copy(from, from, to, count);
+bool IsOfOneKind(const double* numbers, std::size_t count, bool bySign, KernelForm form) {
+    const bool isWide = form == KernelForm::wide;
+    if (bySign) return (isWide ? KindWide<true> : KindBaseline<true>)(numbers, count);
+    return (isWide ? KindWide<false> : KindBaseline<false>)(numbers, count);
 }
 
-void FillGrid(double* out, std::int64_t first, double step, double lower, std::size_t count) {
-    static const GridFiller fill = IsWideThere() ? FillWide : FillBaseline;
+bool CopyFinite(const double* from, double* to, std::size_t count, KernelForm form) {
+    static constexpr KernelForms copy = FormsOf<KeepOne>();
+    return copy.Of(form).tested(from, from, to, count);
+}
+
+void FillGrid(double* out, std::int64_t first, double step, double lower, std::size_t count,
+              KernelForm form) {
+    const auto fill = form == KernelForm::wide ? FillWide : FillBaseline;
     fill(out, static_cast<double>(first), step, lower, count);
 }
 

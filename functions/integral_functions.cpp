@@ -1,6 +1,5 @@
 #include <cmath>
 #include <cstdint>
-#include <functional>
 
 #include "functions/body_samples.h"
 #include "functions/function_bodies.h"
@@ -42,11 +41,11 @@ struct HalfStepGrid {
 class BodyBlocks {
 public:
     BodyBlocks(const HalfStepGrid& halfSteps, FunctionNode& body)
-        : grid(halfSteps), samples(grid.call, body, grid.Places()) {}
+        : grid(halfSteps), samples(grid.call, body) {}
 
     // False where the tree has to take the samples.
-    bool Fill(const GridBlock& block, GapWork& gaps) {
-        return samples.FillFinite({grid.call.lower, grid.step}, block, column, &gaps);
+    bool Fill(const GridBlock& block, SideFold& side) {
+        return samples.FillFinite({grid.call.lower, grid.step}, block, column, side);
     }
     void StepProgressOver(const GridBlock& block) const {
         orvane::StepProgressOver(grid.call, block.first, block.count);
@@ -68,9 +67,11 @@ public:
     explicit PointBlocks(const HalfStepGrid& grid)
         : x(grid, grid.call.Body()), y(grid, grid.call.SecondBody()) {}
 
-    bool Fill(const GridBlock& block, GapWork& gaps) {
-        if (x.Fill(block, gaps) && y.Fill(block, gaps)) return true;
+    bool Fill(const GridBlock& block, SideFold& side) {
+        if (x.Fill(block, side) && y.Fill(block, side)) return true;
+        // The tree starts with X. It may fail there, and Y is as it was in front of the block.
         x.VisitByTree();
+        y.Settle();
         return false;
     }
     void StepProgressOver(const GridBlock& block) const {
@@ -95,21 +96,19 @@ private:
 BodyBlocks BlocksOf(const HalfStepGrid& grid, double) { return {grid, grid.call.Body()}; }
 PointBlocks BlocksOf(const HalfStepGrid& grid, Point) { return PointBlocks(grid); }
 
-using SumInOrder = OrderedFold<std::plus<double>>;
-
 // The sum over all places of term(sample in front, sample, place); at place 0 the sample in front
 // is zero. `first` is the first place that has a term; every place is sampled. False after an
 // error.
 template <typename Sample, typename Term>
 bool SumOverPlaces(const HalfStepGrid& grid, std::int64_t firstTerm, Term term, double& total) {
-    SumInOrder sum(0.0);
+    OrderedFold sum = OrderedFold::Sum();
     auto blocks = BlocksOf(grid, Sample());
     Sample inFront = {};
     GridBlock block = GridBlock::First(grid.Places());
     for (; !block.IsEmpty(); block = block.Next(grid.Places())) {
         const auto count = static_cast<std::int64_t>(block.count);
         blocks.SetInFront(inFront);
-        if (blocks.Fill(block, sum)) {
+        if (blocks.Fill(block, sum.Side())) {
             blocks.StepProgressOver(block);
             double* const terms = sum.Room().Block();
             const std::int64_t begin = std::max<std::int64_t>(0, firstTerm - block.first);

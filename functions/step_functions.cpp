@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <functional>
 
 #include "functions/body_samples.h"
 #include "functions/function_bodies.h"
@@ -63,9 +62,10 @@ Root ScanStep(const StepCall& call, BodySamples& samples, double previous, const
 }
 
 // False when the table of roots is full; an error from before stands.
-bool StoreRoot(const StepCall& call, const Root& root) {
+bool StoreRoot(const StepCall& call, BodySamples& samples, const Root& root) {
     Value& roots = call.family.node.result;
     if (static_cast<std::int64_t>(roots.AllCells().size()) + 2 > largestTable) {
+        samples.Settle();
         return !call.Failed() && call.Fail("16", "has too many roots");
     }
     const ValueRow row = roots.AppendRow(2);
@@ -84,9 +84,9 @@ struct RootWalk {
     bool Take(std::int64_t i, double y) {
         const Root point = {call.ValueAt(i, call.step), y};
         if (y == 0.0 && previous != 0.0) {
-            if (!StoreRoot(call, point)) return false;
+            if (!StoreRoot(call, samples, point)) return false;
         } else if (i > 0 && ChangesSign(previous, y)) {
-            if (!StoreRoot(call, ScanStep(call, samples, previous, point))) return false;
+            if (!StoreRoot(call, samples, ScanStep(call, samples, previous, point))) return false;
         }
         previous = y;
         return true;
@@ -96,14 +96,14 @@ struct RootWalk {
 // Walks the grid and stores the roots on the way; false after an error.
 bool FindRoots(const StepCall& call) {
     const std::int64_t places = std::int64_t{call.count} + 1;
-    BodySamples samples(call, call.Body(), std::max<std::int64_t>(places, scanParts));
+    BodySamples samples(call, call.Body());
     RootWalk walk{call, samples};
     SampleColumn values;
     for (GridBlock block = GridBlock::First(places); !block.IsEmpty(); block = block.Next(places)) {
         const bool isFilled = samples.FillFinite({call.lower, call.step}, block, values);
         for (std::size_t j = 0; j < block.count; ++j) {
             const std::int64_t i = block.first + static_cast<std::int64_t>(j);
-            double y = values.At(static_cast<std::int64_t>(j));
+            double y = 0.0;
             if (!isFilled) {
                 if (!EvaluateBodyAt(call, call.Body(), call.step, i, y)) return false;
                 samples.VisitByTree();
@@ -111,6 +111,7 @@ bool FindRoots(const StepCall& call) {
                 StepProgress(call, i);
                 if (call.Failed()) return false;  // in a scan since the block was filled
                 samples.Visit(call.ValueAt(i, call.step));
+                y = values.At(static_cast<std::int64_t>(j));
             }
             if (!walk.Take(i, y)) return false;
         }
@@ -120,13 +121,12 @@ bool FindRoots(const StepCall& call) {
 }
 
 // Folds the body's values over the steps in order; false after an error.
-template <typename Operation>
-bool FoldTerms(const StepCall& call, OrderedFold<Operation>& fold) {
-    BodySamples samples(call, call.Body(), call.count);
+bool FoldTerms(const StepCall& call, OrderedFold& fold) {
+    BodySamples samples(call, call.Body());
     const SweepGrid grid = {call.lower, call.step};
     GridBlock block = GridBlock::First(call.count);
     for (; !block.IsEmpty(); block = block.Next(call.count)) {
-        if (samples.FillFinite(grid, block, fold.Room(), &fold)) {
+        if (samples.FillFinite(grid, block, fold.Room(), fold.Side())) {
             StepProgressOver(call, block.first, block.count);
             fold.Start(0, block.count);
             continue;
@@ -148,12 +148,12 @@ bool FoldTerms(const StepCall& call, OrderedFold<Operation>& fold) {
 
 // The total itself is not tested: a sum that overflows is an infinity.
 void Series(StepCall& call) {
-    OrderedFold<std::plus<double>> sum(0.0);
+    OrderedFold sum = OrderedFold::Sum();
     if (FoldTerms(call, sum)) call.Store(sum.Total());
 }
 
 void Product(StepCall& call) {
-    OrderedFold<std::multiplies<double>> product(1.0);
+    OrderedFold product = OrderedFold::Product();
     if (FoldTerms(call, product)) call.Store(product.Total());
 }
 

@@ -52,17 +52,19 @@ std::optional<Spot> FindParametricSpot(double, const BodyValues& values, double 
 // The values of the bodies, first X and then Y, a block at a time where that can be.
 class CurveBodies {
 public:
-    explicit CurveBodies(const StepCall& sweep) : call(sweep), x(call, call.Body(), Places()) {
-        if (call.IsParametric()) y.emplace(call, call.SecondBody(), Places());
+    explicit CurveBodies(const StepCall& sweep) : call(sweep), x(call, call.Body()) {
+        if (call.IsParametric()) y.emplace(call, call.SecondBody());
     }
 
-    std::int64_t Places() const { return std::int64_t{call.count} + 1; }
     void Fill(const GridBlock& block) {
         const SweepGrid grid = {call.lower, call.step};
         xs = x.Fill(grid, block);
         ys = y && xs != nullptr ? y->Fill(grid, block) : nullptr;
         isFilled = xs != nullptr && (!y || ys != nullptr);
-        if (!isFilled) x.VisitByTree();
+        if (isFilled) return;
+        // The tree starts with X. It may fail there, and Y is as it was in front of the block.
+        x.VisitByTree();
+        if (y) y->Settle();
     }
     // False after an error.
     bool Evaluate(const GridBlock& block, std::size_t place, BodyValues& values) {
@@ -74,6 +76,13 @@ public:
         const double t = call.ValueAt(block.first + static_cast<std::int64_t>(place), call.step);
         return EvaluateBody(call, call.Body(), t, false, values.first) &&
                (!y || EvaluateBody(call, call.SecondBody(), t, false, values.second));
+    }
+    // The sweep ends at parameter t, inside a block.
+    void SettleAt(double t) {
+        if (!isFilled) return;
+        x.Visit(t);
+        if (y) y->Visit(t);
+        Settle();
     }
     void Settle() {
         x.Settle();
@@ -111,7 +120,7 @@ bool FailForMemory(const StepCall& call) {
 bool RecordPoints(const StepCall& call, const CurveForm& form, LocusSet& set) {
     const double limit = call.option > 0.0 ? call.option : usualLimit;
     CurveBodies bodies(call);
-    const std::int64_t places = bodies.Places();
+    const std::int64_t places = std::int64_t{call.count} + 1;
     bool nextPenUp = true;
     std::int64_t lastIndex = -1;
     for (GridBlock block = GridBlock::First(places); !block.IsEmpty(); block = block.Next(places)) {
@@ -121,8 +130,12 @@ bool RecordPoints(const StepCall& call, const CurveForm& form, LocusSet& set) {
             StepProgress(call, i);
             BodyValues values;
             if (!bodies.Evaluate(block, place, values)) return false;
-            const auto spot = form.findSpot(call.ValueAt(i, call.step), values, limit);
-            if (spot && !set.AddPoint(spot->x, spot->y, nextPenUp)) return FailForMemory(call);
+            const double t = call.ValueAt(i, call.step);
+            const auto spot = form.findSpot(t, values, limit);
+            if (spot && !set.AddPoint(spot->x, spot->y, nextPenUp)) {
+                bodies.SettleAt(t);
+                return FailForMemory(call);
+            }
             nextPenUp = !spot;
             if (spot) lastIndex = i;
         }
