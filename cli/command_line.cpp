@@ -67,10 +67,9 @@ std::string ReasonOf(const CLI::ParseError& error, const CLI::App& app,
     return reason;
 }
 
-// What stands behind the program's name, the last word first, as the parser wants it.
-std::vector<std::string> ReversedArguments(int count, char** words) {
-    std::vector<std::string> arguments(words + std::min(count, 1), words + count);
-    std::reverse(arguments.begin(), arguments.end());
+// The last word first, as the parser wants it.
+std::vector<std::string> ReversedArguments(const std::vector<std::string>& words) {
+    std::vector<std::string> arguments(words.rbegin(), words.rend());
     std::transform(arguments.begin(), arguments.end(), arguments.begin(), WordForParser);
     return arguments;
 }
@@ -80,6 +79,12 @@ std::string MissingCommand(const CLI::App& app) {
     const CLI::App& asked = *AskedCommands(app).back();
     if (&asked != &app) return asked.get_name() + " needs one of its commands behind it";
     return "a command is needed in front of everything else";
+}
+
+std::string RefusalText(const CLI::App& app, const std::string& reason) {
+    std::string command;
+    for (const CLI::App* asked : AskedCommands(app)) command += asked->get_name() + " ";
+    return reason + "\nRun " + command + "--help to see what there is.";
 }
 
 }  // namespace
@@ -92,26 +97,34 @@ std::string NameFromWord(const std::string& word) {
     return LooksLikeMark(word) ? word.substr(2) : word;
 }
 
-int Refuse(const CLI::App& app, const std::string& reason) {
-    std::string command;
-    for (const CLI::App* asked : AskedCommands(app)) command += asked->get_name() + " ";
-    PrintError(reason + "\nRun " + command + "--help to see what there is.");
-    return exitUsage;
-}
-
-int RunCommandLine(CLI::App& app, Action& action, int count, char** words) {
-    const std::vector<std::string> arguments = ReversedArguments(count, words);
+CommandLine ReadCommandLine(CLI::App& app, Action& action, const std::vector<std::string>& words) {
+    const std::vector<std::string> arguments = ReversedArguments(words);
     try {
         std::vector<std::string> parsed = arguments;
         app.parse(parsed);
     } catch (const CLI::CallForHelp&) {
-        return PrintOutput(app.help(), exitFine);
+        return {{}, app.help(), {}};
     } catch (const CLI::CallForVersion& version) {
-        return PrintOutput(version.what() + std::string("\n"), exitFine);
+        return {{}, version.what() + std::string("\n"), {}};
     } catch (const CLI::ParseError& error) {
-        return Refuse(app, ReasonOf(error, app, arguments));
+        return {{}, {}, RefusalText(app, ReasonOf(error, app, arguments))};
     }
-    return action ? action() : Refuse(app, MissingCommand(app));
+    if (!action) return {{}, {}, RefusalText(app, MissingCommand(app))};
+    return {action, {}, {}};
+}
+
+int Refuse(const CLI::App& app, const std::string& reason) {
+    PrintError(RefusalText(app, reason));
+    return exitUsage;
+}
+
+int RunCommandLine(CLI::App& app, Action& action, int count, char** words) {
+    const CommandLine line =
+        ReadCommandLine(app, action, {words + std::min(count, 1), words + count});
+    if (line.action) return line.action();
+    if (line.refusal.empty()) return PrintOutput(line.output, exitFine);
+    PrintError(line.refusal);
+    return exitUsage;
 }
 
 }  // namespace orvane::cli

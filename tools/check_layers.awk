@@ -9,7 +9,7 @@ BEGIN {
     count = split("core functions output storage windows editor app cli plot", order, " ")
     for (i = 1; i <= count; i++) floor_of[order[i]] = i
     floor_of["locus"] = floor_of["editor"]  # side by side: neither includes the other
-    floor_of["tests"] = floor_of["bench"] = floor_of["tools"] = outside = 100
+    floor_of["tests"] = floor_of["bench"] = floor_of["tools"] = floor_of["fuzz"] = outside = 100
 
     plain_folder["core"] = plain_folder["functions"] = plain_folder["output"] = 1
     plain_folder["cli"] = 1
