@@ -39,7 +39,7 @@ struct CalcParameters {
     bool blackOutput = false;               // result pane: black background
     std::int32_t calcHeightCommand = 0;     // split height of the main window
     bool alwaysOnTop = false;
-    bool sweepByColumns = true;             // off: every step by the tree; the results are the same
+    bool sweepByColumns = true;  // off: every step by the tree; the results are the same
 
     // The word's width is never stored; it always follows from the list's row. Before a run has
     // limited the row, ask only where it is in its range.

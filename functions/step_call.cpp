@@ -158,6 +158,7 @@ void StepProgress(const StepCall& call, std::int64_t index) {
 }
 
 void StepProgressOver(const StepCall& call, std::int64_t first, std::size_t count) {
+    TakeStop(call.family.parameters.stop, call.family.errorText);
     Progress* const progress = call.family.parameters.progress;
     if (progress == nullptr) return;
     const std::int64_t end = first + static_cast<std::int64_t>(count);

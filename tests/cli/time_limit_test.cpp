@@ -61,6 +61,10 @@ void ExpectEnded(const ToolResult& result, std::string_view output, std::string_
 TEST(TimeLimit, EndsASheetOfAnyKindWithItsFinishedSentences) {
     const std::string sheets[] = {
         std::string(endless),
+        "series(i,0,1,2000000000,tan(sin(i)))",
+        "product(i,1,1,2000000000,1+0*tan(sin(i)))",
+        "integral_area_xy(x,0,1,2000000000,tan(sin(x)))",
+        "equation_root(x,-1,1,2000000000,2+sin(tan(sin(x))))",
         "series(i,0,1,2000000000,series(j,0,1,2000000000,5))",
         "product(i,1,1,2000000000,product(j,1,1,2000000000,1))",
         "integral_area_xy(x,0,1,2000000000,series(j,0,1,2000000000,j))",
