@@ -3,30 +3,15 @@
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <set>
 
 #include "tests/cli/tool_checks.h"
+#include "tests/support/written_files.h"
 
 // orvane-cli curves: the points of each curve in a file of its own.
 
 namespace orvane::test {
 namespace {
-
-std::string BytesOfFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    EXPECT_TRUE(file) << path;
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::set<std::string> FilesOf(const std::string& folder) {
-    std::set<std::string> files;
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-        files.insert(entry.path().filename().string());
-    }
-    return files;
-}
 
 ToolResult Curves(const std::string& folder, std::string_view sheet) {
     return RunTool({"curves", "--csv", folder}, sheet);

@@ -3,9 +3,7 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <initializer_list>
-#include <iterator>
 #include <set>
 #include <string>
 #include <string_view>
@@ -13,6 +11,7 @@
 
 #include "tests/support/help_console.h"
 #include "tests/support/tool_run.h"
+#include "tests/support/written_files.h"
 
 // orvane-plot: each curve of a sheet as a picture in a file of its own.
 
@@ -23,20 +22,6 @@ constexpr std::string_view fourCurves =
     "a = 1; locus_xy(x,0,1,2,x); locus_polar(t,0,1,3,t);\n"
     "locus_parametric(t,0,1,4,t,t) + locus_parametric(t,0,1,1,t,t);";
 constexpr std::string_view oneCurve = "locus_xy(x,0,3,30,x^2)";
-
-std::string BytesOfFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    EXPECT_TRUE(file) << path;
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::set<std::string> FilesOf(const std::string& folder) {
-    std::set<std::string> files;
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-        files.insert(entry.path().filename().string());
-    }
-    return files;
-}
 
 ToolResult Plot(const std::string& folder, std::string_view sheet,
                 const std::vector<std::string>& options = {}) {
