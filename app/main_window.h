@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QProgressBar>
 #include <QShortcut>
@@ -102,6 +103,7 @@ private:
     FormulaEditor editor;
     ResultPane resultPane;
     QProgressBar progressBar;
+    QElapsedTimer sinceStep;
     OptionColumn options;
     MessageBox messageBox;
     FileDialogs fileDialogs;

@@ -334,7 +334,7 @@ TEST_F(MainWindowTest, ShowsTheWaitingTextAndTheBarMovingWhileARunHoldsTheThread
     Resize({700, 555});
     auto& bar = ControlOf(shown, ids::mainWindow::progressBar);
     EXPECT_FALSE(bar.isVisible());
-    shown.Editor().SetText("series(k, 1, 1, 5000, k);");
+    shown.Editor().SetText("series(k, 1, 1, 20000000, tan(sin(k)));");
     shown.Result().ShowTexts({"", 0}, {"", 0});
     ScreenWatcher watcher;
     bar.installEventFilter(&watcher);
