@@ -56,11 +56,13 @@ bool RunCalculation(std::string_view sheet, CalcParameters& parameters,
         locusStore.DropFrom(sentences.Count());
     }
 
-    texts.resultText =
-        ReportBuilder().Build(sentences, parameters, FindNumberLimits(), texts.positionText);
+    ReportBuilder builder;
+    texts.resultText = builder.Build(sentences, parameters, FindNumberLimits(), texts.positionText);
     texts.resultText += errorText;
     ShowResult(texts, parameters, displays.result);
-    if (watchers.finished) watchers.finished({sentences, errorText, texts, succeeded, stopped});
+    if (watchers.finished) {
+        watchers.finished({sentences, errorText, texts, succeeded && !builder.IsCut(), stopped});
+    }
     return true;
 }
 

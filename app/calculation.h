@@ -73,7 +73,7 @@ struct FinishedRun {
     SentenceList& sentences;
     const std::string& errorText;
     const CalculationTexts& texts;
-    bool succeeded;  // no compile error, no formula with an error, and not stopped
+    bool succeeded;  // no compile error, no formula with an error, not stopped, all is shown
     bool stopped;    // by `parameters.stop`, so that only the finished sentences are there
 };
 

@@ -16,9 +16,9 @@ class RunStop;
 void BlankComments(std::span<char> text);
 
 // One sentence for each piece between semicolons outside strings. An empty piece makes none. The
-// sentences look into the text. False when that makes more than `mostSentences`, which take 3 GB,
+// sentences look into the text. False when that makes more than `mostSentences`, which take 2 GB,
 // or when the run is asked to stop.
-inline constexpr int mostSentences = 1 << 23;
+inline constexpr int mostSentences = 1 << 22;
 bool CutSentences(SentenceList& sentences, std::string_view text, const RunStop* stop = nullptr);
 
 // Moves the word in front of a `:` from the text into the header, once.

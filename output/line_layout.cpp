@@ -62,6 +62,7 @@ public:
         const std::size_t start = cell == 0 ? 0 : ends[cell - 1];
         return std::string_view(characters).substr(start, ends[cell] - start);
     }
+    std::size_t Size() const { return characters.size(); }
 
 private:
     std::string characters;
@@ -117,8 +118,8 @@ void AlignLine(ReportLine& line, const DecimalColumns& columns) {
     line.line += line.note;
 }
 
-std::string FormatTable(const Value& value, const CalcParameters& parameters,
-                        std::string_view indent) {
+std::optional<std::string> FormatTable(const Value& value, const CalcParameters& parameters,
+                                       std::string_view indent, std::size_t most) {
     CellTexts cells;
     std::vector<TableColumn> columns;
     for (std::int32_t row = 0; row < value.RowCount(); ++row) {
@@ -128,6 +129,7 @@ std::string FormatTable(const Value& value, const CalcParameters& parameters,
             const std::string text = FormatNumber(numbers[column], parameters);
             columns[column].Widen(text);
             cells.Add(text);
+            if (cells.Size() > most) return std::nullopt;
         }
     }
     std::string text;
@@ -140,6 +142,7 @@ std::string FormatTable(const Value& value, const CalcParameters& parameters,
         for (std::size_t column = 0; column < length; ++column) {
             if (column > 0) text += ',';
             columns[column].AppendCell(text, cells[cell++]);
+            if (text.size() > most) return std::nullopt;
         }
     }
     return text;

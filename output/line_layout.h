@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -41,9 +42,11 @@ void AlignLine(ReportLine& line, const DecimalColumns& columns);
 
 // The text of a value that is not one number: cells joined by ",", each column lined up on its
 // points, rows joined by "\n" with `indent` ahead of all but the first. A short row prints its own
-// cells only. Empty when there is no cell. No output keyword takes part.
-std::string FormatTable(const Value& value, const CalcParameters& parameters,
-                        std::string_view indent);
+// cells only. Empty when there is no cell. No output keyword takes part. Nothing where the text has
+// more than `most` characters.
+std::optional<std::string> FormatTable(const Value& value, const CalcParameters& parameters,
+                                       std::string_view indent,
+                                       std::size_t most = std::string::npos);
 
 // What stands in place of a padded name with " = ": that many blanks, none if no name is shown.
 std::string NameIndent(std::size_t nameWidth);

@@ -1,6 +1,8 @@
 #include "output/report_builder.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 #include "core/error_text.h"
 #include "output/base_text.h"
@@ -39,8 +41,10 @@ struct ReportFrame {
 
 bool IsShown(const Sentence& sentence) { return !sentence.IsDefine() && !IsHidden(sentence); }
 
-// Everything of the line but its layout.
-ReportLine MakeLine(const Sentence& sentence, int index, const ReportFrame& frame) {
+// Everything of the line but its layout. Nothing where a table's text has more than `room`
+// characters.
+std::optional<ReportLine> MakeLine(const Sentence& sentence, int index, const ReportFrame& frame,
+                                   std::size_t room) {
     ReportLine line;
     line.body = sentence.text.View();
     line.keyword = sentence.header;
@@ -57,7 +61,9 @@ ReportLine MakeLine(const Sentence& sentence, int index, const ReportFrame& fram
     } else if (!sentence.root.evaluated) {
         line.value = NotCalculatedText(index);
     } else if (!result.IsScalar()) {
-        line.value = FormatTable(result, frame.parameters, frame.indent);
+        std::optional<std::string> text = FormatTable(result, frame.parameters, frame.indent, room);
+        if (!text) return std::nullopt;
+        line.value = std::move(*text);
     } else {
         line.isNumber = true;
         FormatWithKeyword(line.keyword, result.At(0, 0), frame.parameters, frame.limits, line);
@@ -85,14 +91,21 @@ struct ReportWidths {
     }
 };
 
-// Aligned, with the blank lines that the options ask for.
-void AppendLine(std::string& report, ReportLine& line, const DecimalColumns& columns,
-                const CalcParameters& parameters) {
+// Aligned, with the blank lines that the options ask for. False when there is no room for it.
+bool AppendLine(std::string& report, ReportLine& line, const DecimalColumns& columns,
+                const CalcParameters& parameters, std::size_t room) {
     AlignLine(line, columns);
+    if (line.line.size() > room) return false;
     if (parameters.breakText && !line.isFormula) report += '\n';
     report += line.line;
     report += '\n';
     if (parameters.formulaBreak && line.isFormula) report += '\n';
+    return true;
+}
+
+std::string CutText(int index) {
+    return FillForm("the report is too long: sentence %d and what follows are not shown.\n",
+                    {NumberOf(index)});
 }
 
 }  // namespace
@@ -101,6 +114,7 @@ void AppendLine(std::string& report, ReportLine& line, const DecimalColumns& col
 // once, would take many times the memory of its text.
 std::string ReportBuilder::Build(const SentenceList& sentences, const CalcParameters& parameters,
                                  const NumberLimits& limits, std::string& positionText) {
+    isCut = false;
     if (sentences.IsEmpty()) return {};
     ReportWidths widths;
     for (const auto& sentence : sentences) {
@@ -108,10 +122,12 @@ std::string ReportBuilder::Build(const SentenceList& sentences, const CalcParame
     }
     const ReportFrame frame{parameters, limits, widths.name, NameIndent(widths.name)};
     std::string report;
-    for (int index = 0; index < sentences.Count(); ++index) {
+    for (int index = 0; index < sentences.Count() && !isCut; ++index) {
         if (!IsShown(sentences[index])) continue;
-        ReportLine line = MakeLine(sentences[index], index, frame);
-        AppendLine(report, line, widths.columns, parameters);
+        const std::size_t room = largestReport - std::min(report.size(), largestReport);
+        std::optional<ReportLine> line = MakeLine(sentences[index], index, frame, room);
+        isCut = !line || !AppendLine(report, *line, widths.columns, parameters, room);
+        if (isCut) report += CutText(index);
     }
     const bool wantsRuler = parameters.positionLine && widths.anyNumber;
     positionText = wantsRuler ? FormatPositionLine(widths.name, widths.columns) : std::string();

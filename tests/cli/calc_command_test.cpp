@@ -120,5 +120,15 @@ TEST(Calc, PassesASheetAndAReportOfMegabytes) {
     EXPECT_TRUE(OutputOf({"calc"}, sheet) == report);
 }
 
+TEST(Calc, EndsAReportThatNoMemoryHolds) {
+    // A million numbers of 301 digits.
+    const std::string_view sheet =
+        "define: t = 1,1,1,1,1,1,1,1,1,1; define: h = t,t,t,t,t,t,t,t,t,t;"
+        "define: k = h,h,h,h,h,h,h,h,h,h; a = 7; point(k)*vector_row(k)*10^300; b = 8";
+    EXPECT_EQ(OutputOf({"calc"}, sheet, 1),
+              "a = +7 \t\n"
+              "the report is too long: sentence 5 and what follows are not shown.\n");
+}
+
 }  // namespace
 }  // namespace orvane

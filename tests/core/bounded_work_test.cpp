@@ -107,7 +107,7 @@ TEST(LongSheets, AreRefusedWithTooManySentences) {
     SentenceList sentences;
     std::string errorText;
     AnalyseSentences(sentences, text.data(), text.data() + text.size(), errorText);
-    EXPECT_EQ(errorText, "C001-10: the sheet has more than 8388608 sentences.");
+    EXPECT_EQ(errorText, "C001-10: the sheet has more than 4194304 sentences.");
     EXPECT_EQ(sentences.Count(), 0);
 }
 

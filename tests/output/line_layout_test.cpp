@@ -212,6 +212,17 @@ TEST(FormatTable, IsEmptyWithoutCells) {
     EXPECT_EQ(FormatTable(MakeValue({{}, {}, {}}), Options(2), "    "), "");
 }
 
+TEST(FormatTable, GivesNothingWhereTheTextIsTooLong) {
+    const Value value = MakeValue({{1.5, 10}, {200, 0.25}});
+    const std::string text = "  1.5,10   \n    200  , 0.25";
+    EXPECT_EQ(FormatTable(value, Options(2), "    ", text.size()), text);
+    // From the last character down to the texts of the numbers alone, and below.
+    for (std::size_t most = 0; most < text.size(); ++most) {
+        SCOPED_TRACE(most);
+        EXPECT_EQ(FormatTable(value, Options(2), "    ", most), std::nullopt);
+    }
+}
+
 TEST(FormatTable, FollowsSignAndPrecision) {
     EXPECT_EQ(FormatTable(MakeValue({{0, -1.5}, {2, 3}}), Options(6, true), ""),
               "+0,-1.5\n+2,+3  ");

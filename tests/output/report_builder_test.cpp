@@ -388,6 +388,41 @@ TEST(ReportBuilder, TakesNamesOfAnyLength) {
                   std::string(5003, ' ') + "3 \t\nt\n");
 }
 
+TEST(ReportBuilder, EndsInFrontOfWhatTakesItBeyondItsBound) {
+    // Each name is padded to the widest one: 255 lines of a MiB and a bit fit, the next one does
+    // not.
+    const std::string wide(std::size_t{1} << 20, 'w');
+    std::vector<Row> rows{Number(wide, 1)};
+    for (int line = 2; line <= 300; ++line) rows.push_back(Number("a", 2));
+    const SentenceList sentences = MakeSentences(rows);
+    ReportBuilder builder;
+    std::string position;
+    const std::string text = builder.Build(sentences, Plain(), FindNumberLimits(), position);
+    EXPECT_TRUE(builder.IsCut());
+    const std::string last =
+        "the report is too long: sentence 256 and what follows are not shown.\n";
+    const std::size_t lineLength = wide.size() + std::string(" = 1 \t\n").size();
+    EXPECT_EQ(text.size(), 255 * lineLength + last.size());
+    EXPECT_TRUE(text.ends_with("= 2 \t\n" + last));
+
+    EXPECT_EQ(builder.Build(MakeSentences({Number("a", 1)}), Plain(), FindNumberLimits(), position),
+              "a = 1 \t\n");
+    EXPECT_FALSE(builder.IsCut());
+}
+
+TEST(ReportBuilder, EndsInFrontOfATableThatIsTooLong) {
+    // 900,000 numbers of 301 digits, as a row and a column give them, and a sentence behind them.
+    const std::vector<double> cells(1000, 1e300);
+    const SentenceList sentences =
+        MakeSentences({Number("a", 1), Table("m", Rows(900, cells)), Number("b", 2)});
+    ReportBuilder builder;
+    std::string position;
+    EXPECT_EQ(builder.Build(sentences, Plain(), FindNumberLimits(), position),
+              "a = 1 \t\n"
+              "the report is too long: sentence 2 and what follows are not shown.\n");
+    EXPECT_TRUE(builder.IsCut());
+}
+
 TEST(ReportBuilder, StartsAfreshEachTime) {
     const SentenceList first = MakeSentences({Number("name", 123.25), Text("t")});
     const SentenceList second = MakeSentences({Number("a", 1)});
