@@ -16,16 +16,7 @@ std::string_view KindName(const Sentence& sentence) {
     return sentence.IsDefine() ? "define" : "calculation";
 }
 
-Json RowsJson(const Value& value) {
-    Json rows = Json::array();
-    for (std::int32_t row = 0; row < value.RowCount(); ++row) {
-        Json cells = Json::array();
-        for (const double cell : value.Row(row)) cells.push_back(NumberJson(cell));
-        rows.push_back(std::move(cells));
-    }
-    return rows;
-}
-
+// Everything of a sentence but its rows, of which there may be millions.
 Json SentenceJson(const Sentence& sentence, int number) {
     return {
         {"number", number},
@@ -35,7 +26,7 @@ Json SentenceJson(const Sentence& sentence, int number) {
         {"text", TextJson(sentence.text.View())},
         {"evaluated", sentence.root.evaluated},
         {"complex", sentence.root.result.complexMark},
-        {"rows", RowsJson(sentence.root.result)},
+        {"rows", Json::array()},
         {"error", TextJson(sentence.error)},
     };
 }
@@ -79,12 +70,44 @@ void AppendPoints(std::string& output, const std::vector<LocusPoint>& points) {
     }
 }
 
+void AppendRows(std::string& output, const Value& value) {
+    for (std::int32_t row = 0; row < value.RowCount(); ++row) {
+        output += row > 0 ? ",[" : "[";
+        const char* separator = "";
+        for (const double cell : value.Row(row)) {
+            output += separator;
+            AppendNumber(output, cell);
+            separator = ",";
+        }
+        output += ']';
+    }
+}
+
+// A long list goes where the object has the empty one: as JSON values its numbers would take many
+// times the memory of their text.
+template <typename AppendElements>
+void AppendAround(std::string& output, const Json& object, std::string_view name,
+                  AppendElements append) {
+    const std::string text = Dump(object);
+    const std::string empty = '"' + std::string(name) + "\":[]";
+    // Behind texts of the sheet, in which every quotation mark has a backslash in front of it.
+    const std::size_t inside = text.find(empty) + empty.size() - 1;
+    output.append(text, 0, inside);
+    append();
+    output.append(text, inside);
+}
+
 void AppendCurve(std::string& output, const LocusSet& curve) {
-    const std::string text = Dump(CurveJson(curve));
-    const std::size_t points = text.find("[]") + 1;
-    output.append(text, 0, points);
-    AppendPoints(output, curve.points);
-    output.append(text, points);
+    AppendAround(output, CurveJson(curve), "points", [&] { AppendPoints(output, curve.points); });
+}
+
+void AppendSentence(std::string& output, const Sentence& sentence, int number) {
+    AppendAround(output, SentenceJson(sentence, number), "rows",
+                 [&] { AppendRows(output, sentence.root.result); });
+}
+
+void AppendText(std::string& output, std::string_view name, std::string_view text) {
+    output.append("\"").append(name).append("\":").append(Dump(TextJson(text)));
 }
 
 // A member whose value is a list, one element behind the other.
@@ -121,16 +144,16 @@ Json NumberJson(double number) {
 }
 
 std::string PrintRun(const FinishedRun& run) {
-    const Json texts = {{"positionText", TextJson(run.texts.positionText)},
-                        {"resultText", TextJson(run.texts.resultText)},
-                        {"errorText", TextJson(run.errorText)}};
-    std::string output = Dump(texts);
-    output.pop_back();  // the object goes on
+    std::string output = "{";
+    AppendText(output, "positionText", run.texts.positionText);
+    AppendText(output += ',', "resultText", run.texts.resultText);
+    AppendText(output += ',', "errorText", run.errorText);
     AppendList(output, "sentences", run.sentences.Count(),
-               [&](int index) { output += Dump(SentenceJson(run.sentences[index], index + 1)); });
+               [&](int index) { AppendSentence(output, run.sentences[index], index + 1); });
     AppendList(output, "curves", locusStore.Count(),
                [&](int index) { AppendCurve(output, locusStore[index]); });
-    return output + "}\n";
+    output += "}\n";
+    return output;
 }
 
 std::string Print(const Json& json) { return Dump(json) + "\n"; }

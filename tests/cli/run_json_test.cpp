@@ -105,6 +105,18 @@ TEST(RunJson, GivesTheRowsOfEveryShape) {
     }
 }
 
+TEST(RunJson, TakesTextsThatLookLikeItsLists) {
+    const std::string words = R"("rows":[], "points":[], \"rows\":[])";
+    const Json run = RunOf("text:" + words + "; locus_xy(x,0,1,1,x)");
+    EXPECT_EQ(run["sentences"][0]["text"], words);
+    EXPECT_EQ(run["sentences"][0]["rows"], Json::array());
+    EXPECT_EQ(run["sentences"][1]["rows"], Json::parse("[[1.0]]"));
+    EXPECT_EQ(run["curves"][0]["points"], Json::parse("[[0.0,0.0,true],[1.0,1.0,false]]"));
+    // The words stand in front of the rows of a sentence with a value.
+    const Json failed = RunOf("1+strlen(" + words + ")", 1);
+    EXPECT_EQ(failed["sentences"][0]["rows"], Json::array());
+}
+
 TEST(RunJson, TellsAnEmptyValueFromNoValue) {
     const Json sentences = RunOf("equation_root(x, 1, 2, 10, x); y")["sentences"];
     EXPECT_EQ(sentences[0]["evaluated"], true);
