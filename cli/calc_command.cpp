@@ -12,10 +12,11 @@ namespace orvane::cli {
 namespace {
 
 // Exactly the two texts; a terminal wants its prompt on a line of its own.
-std::string PlainOutput(const CalculationTexts& texts) {
-    std::string output = texts.positionText + texts.resultText;
-    if (!output.empty() && output.back() != '\n') output += '\n';
-    return output;
+void PrintTexts(const CalculationTexts& texts, PrintedOutput& output) {
+    output.Print(texts.positionText);
+    output.Print(texts.resultText);
+    const std::string& last = texts.resultText.empty() ? texts.positionText : texts.resultText;
+    if (!last.empty() && last.back() != '\n') output.Print("\n");
 }
 
 struct CalcOptions {
@@ -39,13 +40,18 @@ int RunSheetOf(const CalcOptions& options, const RunWatchers& watchers) {
 }
 
 int Calculate(const CalcOptions& options) {
-    std::optional<std::string> output;
+    PrintedOutput output;
     RunWatchers watchers;
     watchers.finished = [&](const FinishedRun& run) {
-        output = options.run.json ? PrintRun(run) : PlainOutput(run.texts);
+        if (!options.run.json) {
+            PrintTexts(run.texts, output);
+            return;
+        }
+        PiecewiseText text([&](std::string_view piece) { output.Print(piece); });
+        PrintRun(run, text);
     };
     const int status = RunSheetOf(options, watchers);
-    return output ? PrintOutput(*output, status) : status;
+    return output.Status(status);
 }
 
 }  // namespace

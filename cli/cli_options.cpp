@@ -192,11 +192,20 @@ void PrintError(const std::string& message) {
     WriteStream(stderr, std::string(programName) + ": " + message + "\n", reason);
 }
 
-int PrintOutput(std::string_view bytes, int statusWhenFine) {
-    std::string reason;
-    if (WriteStream(stdout, bytes, reason)) return statusWhenFine;
+void PrintedOutput::Print(std::string_view bytes) {
+    if (reason.empty()) WriteStream(stdout, bytes, reason);
+}
+
+int PrintedOutput::Status(int statusWhenFine) const {
+    if (reason.empty()) return statusWhenFine;
     PrintError("the output can't be written: " + reason);
     return exitUsage;
+}
+
+int PrintOutput(std::string_view bytes, int statusWhenFine) {
+    PrintedOutput output;
+    output.Print(bytes);
+    return output.Status(statusWhenFine);
 }
 
 }  // namespace orvane::cli

@@ -65,6 +65,18 @@ CLI::App& AddCommand(CLI::App& app, const std::string& name, const std::string& 
 // One line on the standard error: "orvane-cli: message", with the name of the program.
 void PrintError(const std::string& message);
 
+// The standard output of a command that prints piece by piece.
+class PrintedOutput {
+public:
+    // Prints the bytes as they are. Nothing more is printed behind bytes that could not be.
+    void Print(std::string_view bytes);
+    // exitUsage, with the reason on the standard error, if a piece could not be printed.
+    int Status(int statusWhenFine) const;
+
+private:
+    std::string reason;  // why not
+};
+
 // Prints the bytes as they are; exitUsage, with the reason on the standard error, if that fails.
 int PrintOutput(std::string_view bytes, int statusWhenFine);
 

@@ -58,67 +58,79 @@ void AppendNumber(std::string& output, double number) {
     output += text;
 }
 
-void AppendPoints(std::string& output, const std::vector<LocusPoint>& points) {
-    const char* separator = "";
+void AppendPoints(PiecewiseText& output, const std::vector<LocusPoint>& points) {
+    const char* separator = "[";
     for (const LocusPoint& point : points) {
-        output.append(separator) += '[';
-        AppendNumber(output, point.x);
-        output += ',';
-        AppendNumber(output, point.y);
-        output += point.penUp ? ",true]" : ",false]";
-        separator = ",";
+        std::string& end = output.End();
+        end += separator;
+        AppendNumber(end, point.x);
+        end += ',';
+        AppendNumber(end, point.y);
+        end += point.penUp ? ",true]" : ",false]";
+        separator = ",[";
+        output.Offer();
     }
 }
 
-void AppendRows(std::string& output, const Value& value) {
+void AppendRows(PiecewiseText& output, const Value& value) {
     for (std::int32_t row = 0; row < value.RowCount(); ++row) {
-        output += row > 0 ? ",[" : "[";
+        output.End() += row > 0 ? ",[" : "[";
         const char* separator = "";
         for (const double cell : value.Row(row)) {
-            output += separator;
-            AppendNumber(output, cell);
+            output.End() += separator;
+            AppendNumber(output.End(), cell);
             separator = ",";
+            output.Offer();
         }
-        output += ']';
+        output.End() += ']';
     }
 }
 
 // A long list goes where the object has the empty one: as JSON values its numbers would take many
 // times the memory of their text.
 template <typename AppendElements>
-void AppendAround(std::string& output, const Json& object, std::string_view name,
+void AppendAround(PiecewiseText& output, const Json& object, std::string_view name,
                   AppendElements append) {
     const std::string text = Dump(object);
     const std::string empty = '"' + std::string(name) + "\":[]";
     // Behind texts of the sheet, in which every quotation mark has a backslash in front of it.
     const std::size_t inside = text.find(empty) + empty.size() - 1;
-    output.append(text, 0, inside);
+    output.End().append(text, 0, inside);
     append();
-    output.append(text, inside);
+    output.End().append(text, inside);
+    output.Offer();
 }
 
-void AppendCurve(std::string& output, const LocusSet& curve) {
+void AppendCurve(PiecewiseText& output, const LocusSet& curve) {
     AppendAround(output, CurveJson(curve), "points", [&] { AppendPoints(output, curve.points); });
 }
 
-void AppendSentence(std::string& output, const Sentence& sentence, int number) {
+void AppendSentence(PiecewiseText& output, const Sentence& sentence, int number) {
     AppendAround(output, SentenceJson(sentence, number), "rows",
                  [&] { AppendRows(output, sentence.root.result); });
 }
 
-void AppendText(std::string& output, std::string_view name, std::string_view text) {
-    output.append("\"").append(name).append("\":").append(Dump(TextJson(text)));
+// A member that is a text, in parts: every byte is a character of its own.
+void AppendText(PiecewiseText& output, std::string_view name, std::string_view text) {
+    constexpr std::size_t partSize = std::size_t{1} << 16;
+    output.End().append("\"").append(name).append("\":\"");
+    for (std::size_t start = 0; start < text.size(); start += partSize) {
+        const std::string part = Dump(TextJson(text.substr(start, partSize)));
+        output.End().append(part, 1, part.size() - 2);
+        output.Offer();
+    }
+    output.End() += '"';
 }
 
 // A member whose value is a list, one element behind the other.
 template <typename AppendElement>
-void AppendList(std::string& output, std::string_view name, int count, AppendElement append) {
-    output.append(",\"").append(name).append("\":[");
+void AppendList(PiecewiseText& output, std::string_view name, int count, AppendElement append) {
+    output.End().append(",\"").append(name).append("\":[");
     for (int index = 0; index < count; ++index) {
-        if (index > 0) output += ',';
+        if (index > 0) output.End() += ',';
         append(index);
     }
-    output += ']';
+    output.End() += ']';
 }
 
 }  // namespace
@@ -143,17 +155,19 @@ Json NumberJson(double number) {
     return FormatFixed(number, 0, false);
 }
 
-std::string PrintRun(const FinishedRun& run) {
-    std::string output = "{";
+void PrintRun(const FinishedRun& run, PiecewiseText& output) {
+    output.End() += '{';
     AppendText(output, "positionText", run.texts.positionText);
-    AppendText(output += ',', "resultText", run.texts.resultText);
-    AppendText(output += ',', "errorText", run.errorText);
+    output.End() += ',';
+    AppendText(output, "resultText", run.texts.resultText);
+    output.End() += ',';
+    AppendText(output, "errorText", run.errorText);
     AppendList(output, "sentences", run.sentences.Count(),
                [&](int index) { AppendSentence(output, run.sentences[index], index + 1); });
     AppendList(output, "curves", locusStore.Count(),
                [&](int index) { AppendCurve(output, locusStore[index]); });
-    output += "}\n";
-    return output;
+    output.End() += "}\n";
+    output.HandOn();
 }
 
 std::string Print(const Json& json) { return Dump(json) + "\n"; }

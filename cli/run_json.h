@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "app/calculation.h"
+#include "cli/piecewise_text.h"
 
 // A run as JSON. Texts are 8-bit: every byte becomes the code point of the same number. Numbers
 // read back as the same double; those that are not finite are the strings "inf", "-inf", "nan".
@@ -19,8 +20,7 @@ Json NumberJson(double number);
 // One line of ASCII with a line feed behind it.
 std::string Print(const Json& json);
 
-// The whole run in the same way. It is never one object in memory, which would be many times as
-// large as its text.
-std::string PrintRun(const FinishedRun& run);
+// The whole run in the same way. Neither the object nor its text stand in memory as a whole.
+void PrintRun(const FinishedRun& run, PiecewiseText& output);
 
 }  // namespace orvane::cli

@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "cli/commands.h"
+#include "cli/piecewise_text.h"
 #include "cli/sheet_run.h"
 #include "core/number_literal.h"
 
@@ -34,19 +35,20 @@ std::string_view NameOf(const FunctionNode& node) {
 }
 
 // 3, (1, 2; 3, 4) or complex (1, 2)
-void AppendValue(std::string& output, const Value& value) {
-    if (value.complexMark) output += "complex ";
+void AppendValue(PiecewiseText& output, const Value& value) {
+    if (value.complexMark) output.End() += "complex ";
     const bool bare = value.IsScalar();
-    if (!bare) output += '(';
+    if (!bare) output.End() += '(';
     for (std::int32_t row = 0; row < value.RowCount(); ++row) {
-        if (row > 0) output += "; ";
+        if (row > 0) output.End() += "; ";
         const ConstValueRow cells = value.Row(row);
         for (std::size_t column = 0; column < cells.size(); ++column) {
-            if (column > 0) output += ", ";
-            output += FormatShortest(cells[column]);
+            if (column > 0) output.End() += ", ";
+            output.End() += FormatShortest(cells[column]);
+            output.Offer();
         }
     }
-    if (!bare) output += ')';
+    if (!bare) output.End() += ')';
 }
 
 // Two blanks for each level; a tree that is deeper than a page is wide shows its depth in figures.
@@ -60,20 +62,23 @@ void AppendIndent(std::string& output, int depth) {
     }
 }
 
-void AppendNode(std::string& output, const FunctionNode& node, int depth) {
-    AppendIndent(output, depth);
-    output += KindName(node.kind);
-    if (const std::string_view name = NameOf(node); !name.empty()) output.append(" ").append(name);
+void AppendNode(PiecewiseText& output, const FunctionNode& node, int depth) {
+    AppendIndent(output.End(), depth);
+    output.End() += KindName(node.kind);
+    if (const std::string_view name = NameOf(node); !name.empty()) {
+        output.End().append(" ").append(name);
+    }
     if (node.evaluated) {
-        output += " = ";
+        output.End() += " = ";
         AppendValue(output, node.result);
     } else {
-        output += ", not evaluated";
+        output.End() += ", not evaluated";
     }
-    output += '\n';
+    output.End() += '\n';
+    output.Offer();
 }
 
-void AppendTree(std::string& output, FunctionNode& root) {
+void AppendTree(PiecewiseText& output, FunctionNode& root) {
     int depth = 1;
     FunctionNode* node = &root;
     while (node != nullptr) {
@@ -88,31 +93,33 @@ void AppendTree(std::string& output, FunctionNode& root) {
     }
 }
 
-void AppendSentence(std::string& output, Sentence& sentence, int number) {
-    output += "Sentence " + std::to_string(number);
-    if (!sentence.header.empty()) output += ", " + sentence.header;
-    if (!sentence.name.empty()) output += ", " + sentence.name;
-    output += '\n';
+void AppendSentence(PiecewiseText& output, Sentence& sentence, int number) {
+    std::string& end = output.End();
+    end += "Sentence " + std::to_string(number);
+    if (!sentence.header.empty()) end += ", " + sentence.header;
+    if (!sentence.name.empty()) end += ", " + sentence.name;
+    end += '\n';
     AppendTree(output, sentence.root);
-    if (!sentence.error.empty()) output += "  " + sentence.error + "\n";
+    if (!sentence.error.empty()) output.End() += "  " + sentence.error + "\n";
+}
+
+void PrintTrees(const FinishedRun& run, PrintedOutput& output) {
+    PiecewiseText text([&](std::string_view piece) { output.Print(piece); });
+    if (!run.errorText.empty()) text.End() = run.errorText + "\n";  // no tree was built
+    for (int index = 0; index < run.sentences.Count() && run.errorText.empty(); ++index) {
+        if (!run.sentences[index].IsCalculation()) continue;
+        AppendSentence(text, run.sentences[index], index + 1);
+    }
+    text.HandOn();
 }
 
 int ShowTrees(const RunOptions& options) {
-    std::string output;
+    PrintedOutput output;
     RunWatchers watchers;
     watchers.wishes.keepTrees = true;
-    watchers.finished = [&](const FinishedRun& run) {
-        if (!run.errorText.empty()) {  // no tree was built
-            output = run.errorText + "\n";
-            return;
-        }
-        for (int index = 0; index < run.sentences.Count(); ++index) {
-            if (!run.sentences[index].IsCalculation()) continue;
-            AppendSentence(output, run.sentences[index], index + 1);
-        }
-    };
+    watchers.finished = [&](const FinishedRun& run) { PrintTrees(run, output); };
     const int status = RunSheet(options, watchers);
-    return status == exitUsage ? exitUsage : PrintOutput(output, status);
+    return output.Status(status);
 }
 
 }  // namespace

@@ -55,7 +55,10 @@ struct Outcome {
 };
 
 void AddNumbers(const FinishedRun& run, Outcome& outcome) {
-    Require(cli::Json::accept(cli::PrintRun(run)), "a run is JSON");
+    std::string printed;
+    cli::PiecewiseText text([&](std::string_view piece) { printed += piece; });
+    cli::PrintRun(run, text);
+    Require(cli::Json::accept(printed), "a run is JSON");
     for (const auto& sentence : run.sentences) {
         const Value& result = sentence->root.result;
         for (const double number : result.AllCells()) outcome.Add(number);

@@ -287,5 +287,28 @@ TEST(RunJson, DoesNotFollowThePrecision) {
     EXPECT_EQ(run["resultText"], "+ \t\n");
 }
 
+// The output is printed in pieces.
+TEST(RunJson, IsOneObjectOfAnyLength) {
+    constexpr int size = 500;
+    std::string numbers = "1";
+    for (int number = 2; number <= size; ++number)
+        numbers.append(",").append(std::to_string(number));
+    std::string sheet = "text:";
+    sheet += std::string(3'000'000, 'x');
+    sheet.append("; hide: c = point(").append(numbers).append("); hide: r = vector_row(");
+    sheet.append(numbers).append("); hide: m = c * r;");
+    const Json run = RunOf(sheet);
+    EXPECT_EQ(run["resultText"].get<std::string>().find_first_not_of("x\n"), std::string::npos);
+    EXPECT_GE(run["resultText"].get<std::string>().size(), 3'000'000u);
+    const Json& rows = run["sentences"][3]["rows"];
+    ASSERT_EQ(rows.size(), static_cast<std::size_t>(size));
+    for (int row = 0; row < size; ++row) {
+        ASSERT_EQ(rows[row].size(), static_cast<std::size_t>(size));
+        for (int cell = 0; cell < size; ++cell) {
+            ASSERT_EQ(rows[row][cell], (row + 1.0) * (cell + 1.0)) << row << ", " << cell;
+        }
+    }
+}
+
 }  // namespace
 }  // namespace orvane
