@@ -33,6 +33,11 @@ bool FailToWrite(const std::string& path, std::string_view left, int& status) {
 }  // namespace
 
 bool ReadArchive(const std::string& path, TextBuffer& archive, int& status) {
+    const FileTurn turn(path, FileTurn::Use::read);
+    return ReadArchiveInTurn(path, archive, status);
+}
+
+bool ReadArchiveInTurn(const std::string& path, TextBuffer& archive, int& status) {
     std::error_code error;
     if (std::filesystem::status(path, error).type() == std::filesystem::file_type::not_found) {
         Fail("there is no archive " + Quoted(path), exitRefused, status);
@@ -87,7 +92,8 @@ bool WriteArchive(const std::string& path, TextBuffer archive, int& status) {
         file.buffer.Assign(before);
         file.WriteBack();
     }
-    file.Close();  // or it would be written once more
+    // Closed in any case: or it would be written once more.
+    isWritten = file.Close() && isWritten;
     if (isWritten) return true;
     std::string reason;
     return FailToWrite(path,
@@ -104,8 +110,9 @@ bool MakeArchive(const std::string& path, TextBuffer archive, int& status) {
         return false;
     }
     file.buffer = std::move(archive);
-    const bool isWritten = file.WriteBack();
-    file.Close();  // or it would be written once more
+    bool isWritten = file.WriteBack();
+    // Closed in any case: or it would be written once more.
+    isWritten = file.Close() && isWritten;
     if (isWritten) return true;
     // Half an archive would be taken for a whole one the next time.
     std::error_code error;

@@ -12,8 +12,11 @@
 
 namespace orvane::cli {
 
-// Reads the whole archive, not open for writing. False where there is none or it can't be read.
+// Reads the whole archive, not open for writing. False where there is none or it can't be read. A
+// command that is writing the archive comes to its end first.
 bool ReadArchive(const std::string& path, TextBuffer& archive, int& status);
+// The same for one that has its turn at the file already.
+bool ReadArchiveInTurn(const std::string& path, TextBuffer& archive, int& status);
 
 // The stored bytes of the name of a sheet that is there.
 std::optional<std::string> FindName(const TextBuffer& archive, const std::string& path,

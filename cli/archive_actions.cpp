@@ -1,6 +1,7 @@
 #include "cli/archive_actions.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <set>
@@ -12,6 +13,7 @@
 #include "cli/cli_options.h"
 #include "cli/sheet_run.h"
 #include "storage/archive_exchange.h"
+#include "storage/file_bytes.h"
 
 namespace orvane::cli {
 
@@ -30,11 +32,14 @@ bool MayStore(const ArchiveOptions& options, const std::optional<std::string>& p
 }
 
 // Changes the archive in memory; where that gives exitFine, and it has changed, it is written back.
+// Commands that are run at once do this one behind the other, so that none undoes another one's
+// work and no archive is mixed from two.
 using Edit = std::function<int(TextBuffer&)>;
 int EditArchive(const ArchiveOptions& options, const Edit& edit) {
     int status = exitFine;
     TextBuffer archive;
-    if (!ReadArchive(*options.archive, archive, status)) return status;
+    const FileTurn turn(*options.archive, FileTurn::Use::write);
+    if (!ReadArchiveInTurn(*options.archive, archive, status)) return status;
     const std::string before(archive.View());
     status = edit(archive);
     if (status == exitFine && archive.View() != before) {
@@ -241,9 +246,15 @@ int ImportSheets(const ArchiveOptions& options) {
         ImportFolder(*options.folder, options.Form(), options.force, reason);
     if (!parts) return Refuse(reason);
     std::error_code error;
-    const bool isNew = std::filesystem::status(*options.archive, error).type() ==
-                       std::filesystem::file_type::not_found;
-    return isNew ? MakeFromFolder(options, *parts) : MergeFolder(options, *parts);
+    const bool isMissing = std::filesystem::status(*options.archive, error).type() ==
+                           std::filesystem::file_type::not_found;
+    if (isMissing) {
+        const FileTurn turn(*options.archive, FileTurn::Use::make);
+        // Another command may have made it while this one waited.
+        const std::uintmax_t size = std::filesystem::file_size(*options.archive, error);
+        if (error || size == 0) return MakeFromFolder(options, *parts);
+    }
+    return MergeFolder(options, *parts);
 }
 
 }  // namespace orvane::cli

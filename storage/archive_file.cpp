@@ -57,13 +57,15 @@ bool ArchiveFile::WriteBack() {
     return file->SetEnd(bytes.size());
 }
 
-void ArchiveFile::Close() {
-    if (!file) return;
+bool ArchiveFile::Close() {
+    if (!file) return true;
     // The end of the file is set where it is, whatever was written last.
     const std::optional<std::uint64_t> end = file->Size();
     if (end) file->SetEnd(*end);
+    const bool isWhole = file->Close();
     file.reset();
     openPath.clear();
+    return isWhole;
 }
 
 // Takes the file as long as it is now. One that gets shorter meanwhile is not read.

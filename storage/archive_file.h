@@ -33,8 +33,9 @@ public:
     // Replaces the file's content by the buffer. False where not all of it got there: the old tail
     // then stays behind what was written.
     bool WriteBack();
-    // Closes the file without writing. The buffer stays as it is.
-    void Close();
+    // Closes the file without writing. The buffer stays as it is. False where the system tells
+    // only now that what was written back did not all get there.
+    bool Close();
     bool IsOpen() const { return file.has_value(); }
 
     TextBuffer buffer{1000};

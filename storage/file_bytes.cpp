@@ -3,6 +3,7 @@
 #ifdef _WIN32
 #include <io.h>
 #else
+#include <sys/file.h>
 #include <unistd.h>
 #endif
 
@@ -19,7 +20,7 @@ namespace {
 
 std::string SystemReason(int error) { return std::generic_category().message(error); }
 
-// The three steps in which the systems differ: offsets beyond 2 GiB and the end of an open file.
+// The steps in which the systems differ: offsets beyond 2 GiB, the end of an open file and turns.
 #ifdef _WIN32
 bool SeekTo(std::FILE* file, std::uint64_t offset, int origin) {
     return _fseeki64(file, static_cast<long long>(offset), origin) == 0;
@@ -28,15 +29,32 @@ std::int64_t PositionIn(std::FILE* file) { return _ftelli64(file); }
 bool CutAt(std::FILE* file, std::uint64_t offset) {
     return _chsize_s(_fileno(file), static_cast<long long>(offset)) == 0;
 }
+// Here a lock would keep this program's own second handle out as well.
+void TakeTurn(std::FILE*, bool) {}
 #else
 bool SeekTo(std::FILE* file, std::uint64_t offset, int origin) {
     return fseeko(file, static_cast<off_t>(offset), origin) == 0;
 }
 std::int64_t PositionIn(std::FILE* file) { return ftello(file); }
 bool CutAt(std::FILE* file, std::uint64_t offset) {
-    return ftruncate(fileno(file), static_cast<off_t>(offset)) == 0;
+    int result = 0;
+    do {
+        result = ftruncate(fileno(file), static_cast<off_t>(offset));
+    } while (result != 0 && errno == EINTR);
+    return result == 0;
+}
+void TakeTurn(std::FILE* file, bool isShared) {
+    while (flock(fileno(file), isShared ? LOCK_SH : LOCK_EX) != 0 && errno == EINTR) {
+    }
 }
 #endif
+
+// Opening a folder, a pipe or a device may succeed, and could then hang a reader.
+bool IsPlainOrMissing(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    return !std::filesystem::exists(status) || std::filesystem::is_regular_file(status);
+}
 
 constexpr std::uint64_t largestOffset = std::numeric_limits<std::int64_t>::max();
 
@@ -83,12 +101,7 @@ bool WriteFile(const std::string& path, const NextPiece& nextPiece, std::string&
 }
 
 std::optional<OpenedFile> OpenedFile::Open(const std::string& path, FileUse use) {
-    // Opening a folder, a pipe or a device may succeed, and could then hang a reader.
-    std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(path, error);
-    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
-        return std::nullopt;
-    }
+    if (!IsPlainOrMissing(path)) return std::nullopt;
     std::FILE* file = std::fopen(path.c_str(), use == FileUse::createAnew ? "w+b" : "r+b");
     if (file == nullptr && use == FileUse::readWriteOrRead) file = std::fopen(path.c_str(), "rb");
     if (file == nullptr) return std::nullopt;
@@ -120,14 +133,34 @@ bool OpenedFile::Read(std::uint64_t offset, std::size_t count, std::string& byte
 }
 
 std::size_t OpenedFile::Write(std::uint64_t offset, std::string_view bytes) {
-    if (bytes.empty() || offset > largestOffset || !SeekTo(file.get(), offset, SEEK_SET)) return 0;
-    const std::size_t count = std::fwrite(bytes.data(), 1, bytes.size(), file.get());
-    std::clearerr(file.get());
-    return count;
+    if (offset > largestOffset) return 0;
+    std::size_t written = 0;
+    bool goesOn = true;
+    while (goesOn && written < bytes.size() && SeekTo(file.get(), offset + written, SEEK_SET)) {
+        const std::size_t left = bytes.size() - written;
+        errno = 0;
+        const std::size_t count = std::fwrite(bytes.data() + written, 1, left, file.get());
+        // A signal that came in between is no reason to leave a file half written.
+        goesOn = count < left && errno == EINTR;
+        written += count;
+        std::clearerr(file.get());
+    }
+    return written;
 }
 
 bool OpenedFile::SetEnd(std::uint64_t offset) {
     return offset <= largestOffset && CutAt(file.get(), offset);
+}
+
+bool OpenedFile::Close() { return std::fclose(file.release()) == 0; }
+
+FileTurn::FileTurn(const std::string& path, Use use) {
+    if (!IsPlainOrMissing(path)) return;
+    // Some systems give a turn to write only where the file is open for writing.
+    if (use == Use::make) file.reset(std::fopen(path.c_str(), "ab"));
+    if (use == Use::write) file.reset(std::fopen(path.c_str(), "r+b"));
+    if (!file) file.reset(std::fopen(path.c_str(), "rb"));
+    if (file) TakeTurn(file.get(), use == Use::read);
 }
 
 bool MakeFolder(const std::string& path, std::string& reason) {

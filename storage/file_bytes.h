@@ -58,10 +58,29 @@ public:
     std::size_t Write(std::uint64_t offset, std::string_view bytes);
     // Cuts or extends the file.
     bool SetEnd(std::uint64_t offset);
+    // Closes it; nothing else may be done with it then. False where the system tells only now that
+    // not all of what was written got there, as it may for a disk that is far away.
+    bool Close();
 
 private:
     explicit OpenedFile(std::FILE* opened) : file(opened) {}
 
+    OwnedFile file;
+};
+
+// A turn at a file among the programs that ask for one: waits until those that write have given up
+// theirs and, to write, those that read too. It ends with the object. A program that asks for no
+// turn is not held up, and where the system can give none everybody goes ahead.
+class FileTurn {
+public:
+    enum class Use {
+        read,
+        write,
+        make,  // to write a file that is made empty where it is missing
+    };
+    FileTurn(const std::string& path, Use use);
+
+private:
     OwnedFile file;
 };
 

@@ -1,8 +1,12 @@
 #include "storage/file_bytes.h"
 
 #include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
+#include <fstream>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -170,6 +174,71 @@ TEST(OpenedFile, TakesOnlyPlainFiles) {
         EXPECT_FALSE(OpenedFile::Open(path, FileUse::readWriteOrRead));
         EXPECT_FALSE(OpenedFile::Open(path, FileUse::createAnew));
     }
+}
+
+// A path of one test, which is gone afterwards.
+class FreshPath {
+public:
+    FreshPath() { std::filesystem::remove_all(path); }
+    ~FreshPath() { std::filesystem::remove_all(path); }
+    FreshPath(const FreshPath&) = delete;
+    FreshPath& operator=(const FreshPath&) = delete;
+
+    const std::string path =
+        (std::filesystem::temp_directory_path() / ("orvane_file_turn_" + std::to_string(getpid())))
+            .string();
+};
+
+// Whether another program would get a turn at the file at once.
+bool IsFree(const std::string& path, int turn) {
+    const OwnedFile file(std::fopen(path.c_str(), "rb"));
+    EXPECT_TRUE(file);
+    return file && flock(fileno(file.get()), turn | LOCK_NB) == 0;
+}
+
+TEST(FileTurn, KeepsOthersWaitingUntilItEnds) {
+    const FreshPath fresh;
+    std::ofstream(fresh.path) << "bytes";
+    struct Row {
+        FileTurn::Use use;
+        bool letsRead, letsWrite;
+    };
+    constexpr Row rows[] = {{FileTurn::Use::read, true, false},
+                            {FileTurn::Use::write, false, false},
+                            {FileTurn::Use::make, false, false}};
+    for (const auto& [use, letsRead, letsWrite] : rows) {
+        {
+            const FileTurn turn(fresh.path, use);
+            EXPECT_EQ(IsFree(fresh.path, LOCK_SH), letsRead);
+            EXPECT_EQ(IsFree(fresh.path, LOCK_EX), letsWrite);
+        }
+        EXPECT_TRUE(IsFree(fresh.path, LOCK_EX));
+    }
+    std::string reason;
+    EXPECT_EQ(ReadFile(fresh.path, reason), "bytes");
+}
+
+TEST(FileTurn, MakesAFileOnlyWhereOneIsToBeMade) {
+    const FreshPath fresh;
+    for (const FileTurn::Use use : {FileTurn::Use::read, FileTurn::Use::write}) {
+        const FileTurn turn(fresh.path, use);
+        EXPECT_FALSE(std::filesystem::exists(fresh.path));
+    }
+    const FileTurn turn(fresh.path, FileTurn::Use::make);
+    EXPECT_TRUE(std::filesystem::is_empty(fresh.path));
+    EXPECT_FALSE(IsFree(fresh.path, LOCK_SH));
+}
+
+// Opening a pipe would wait for somebody at its other end.
+TEST(FileTurn, LeavesAloneWhatIsNoPlainFile) {
+    const FreshPath fresh;
+    ASSERT_EQ(mkfifo(fresh.path.c_str(), 0600), 0);
+    for (const FileTurn::Use use :
+         {FileTurn::Use::read, FileTurn::Use::write, FileTurn::Use::make}) {
+        const FileTurn pipe(fresh.path, use);
+        const FileTurn folder(std::filesystem::temp_directory_path().string(), use);
+    }
+    EXPECT_TRUE(std::filesystem::is_fifo(fresh.path));
 }
 
 }  // namespace

@@ -130,7 +130,10 @@ std::optional<pid_t> Start(const ToolRun& run, const Streams& streams) {
     std::vector<std::string> words{ORVANE_CLI};
     words.insert(words.end(), run.arguments.begin(), run.arguments.end());
     const std::vector<char*> arguments = PointersTo(words);
-    std::vector<std::string> variables = EnvironmentWith(run.environment);
+    auto changes = run.environment;
+    // Looking for leaks at the end is a kind of watching too, and only one can watch.
+    if (run.fault) changes.emplace_back("ASAN_OPTIONS", "detect_leaks=0");
+    std::vector<std::string> variables = EnvironmentWith(changes);
     const std::vector<char*> environment = PointersTo(variables);
 
     // Opened first: another user may not find the way to it.
@@ -145,7 +148,8 @@ std::optional<pid_t> Start(const ToolRun& run, const Streams& streams) {
     PutInPlace(streams.output.there, STDOUT_FILENO);
     PutInPlace(streams.error.there, STDERR_FILENO);
     if (run.folder.empty() || chdir(run.folder.c_str()) == 0) {
-        if (!run.withoutRights || GiveUpRights()) {
+        const bool isReady = !run.fault || BeWatched();
+        if (isReady && (!run.withoutRights || GiveUpRights())) {
             fexecve(tool, arguments.data(), environment.data());
         }
     }
@@ -198,6 +202,30 @@ bool Exchange(const ToolRun& run, Streams& streams, ToolResult& result) {
     return true;
 }
 
+// Runs a watched tool to its end: what it reads has to be in its pipe before, and what it writes
+// waits there until it has ended.
+ToolResult RunWatchedTool(const ToolRun& run, pid_t process, Streams& streams) {
+    ToolResult result;
+    std::string_view input = run.input;
+    while (streams.input.here.IsOpen()) WriteSome(streams.input.here, input);
+    result.watched = Watch(process, *run.fault);
+    result.status = result.watched.status;
+    Exchange(run, streams, result);
+    return result;
+}
+
+// Runs a tool to its end, or until the time is over.
+ToolResult RunFreeTool(const ToolRun& run, pid_t process, Streams& streams) {
+    ToolResult result;
+    const bool inTime = Exchange(run, streams, result);
+    if (!inTime) kill(process, SIGKILL);
+    int status = 0;
+    while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
+    }
+    if (inTime && WIFEXITED(status)) result.status = WEXITSTATUS(status);
+    return result;
+}
+
 }  // namespace
 
 ToolResult RunTool(const ToolRun& run) {
@@ -210,12 +238,8 @@ ToolResult RunTool(const ToolRun& run) {
     streams.output.there.Close();
     streams.error.there.Close();
     if (process) {
-        const bool inTime = Exchange(run, streams, result);
-        if (!inTime) kill(*process, SIGKILL);
-        int status = 0;
-        while (waitpid(*process, &status, 0) < 0 && errno == EINTR) {
-        }
-        if (inTime && WIFEXITED(status)) result.status = WEXITSTATUS(status);
+        result = run.fault ? RunWatchedTool(run, *process, streams)
+                           : RunFreeTool(run, *process, streams);
     }
     std::signal(SIGPIPE, brokenPipe);
     return result;

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include "tests/support/watched_process.h"
 
 // The built command-line tool as a process of its own, for tests: bytes in, bytes and an exit
 // status out. No shell stands between.
@@ -22,7 +25,8 @@ struct ToolRun {
     Error error = Error::captured;
     std::vector<std::pair<std::string, std::string>> environment = {};  // on top of the test's own
     std::string folder = {};                                            // to run in; empty: here
-    bool withoutRights = false;  // where the test is root's: as a user who owns nothing
+    bool withoutRights = false;       // where the test is root's: as a user who owns nothing
+    std::optional<Fault> fault = {};  // what befalls it; its streams must fit into their pipes then
     std::chrono::seconds timeOut{120};
 };
 
@@ -32,6 +36,7 @@ struct ToolResult {
     std::string error;
     // From the start of the process to the first byte on its standard error; 0 without one.
     std::chrono::duration<double> untilError{};
+    WatchedEnd watched = {};  // of a run with a fault
 };
 
 // Runs the tool to its end. Past the time-out it is killed.
