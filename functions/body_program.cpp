@@ -69,9 +69,7 @@ bool BodyProgram::RunSteps(std::uint32_t begin, std::uint32_t end, std::size_t c
 bool BodyProgram::RunKernel(const ColumnKernel& kernel, const Step& step, double* out,
                             std::size_t count, SideFold& side) {
     const std::size_t padded = PaddedCount(count);
-    const std::size_t termsForRound = padded / columnStride * sideRound;
-    std::size_t rounds = step.rounds;
-    while (rounds * termsForRound > side.Left()) --rounds;
+    const std::size_t rounds = side.RoundsOf(step.rounds, padded);
     return !kernel.loop({cells[step.a], cells[step.b], cells[step.c]}, out, padded, side, rounds);
 }
 

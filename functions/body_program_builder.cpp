@@ -125,7 +125,7 @@ void BodyProgramBuilder::Finish() {
         }
     }
     if (takers <= 0) return;
-    constexpr std::size_t all = columnStride / sideRound;
+    constexpr std::size_t all = columnStride / sideRound - 1;  // without that of the grid
     const std::size_t share =
         (all + static_cast<std::size_t>(takers) - 1) / static_cast<std::size_t>(takers);
     for (Step& step : steps) step.rounds = takes(step) ? share : 0;

@@ -19,10 +19,10 @@ bool BodySamples::HasProgramFor(const GridBlock& block) {
 }
 
 // False where the block is the tree's.
-bool BodySamples::Prepare(const SweepGrid& grid, const GridBlock& block) {
+bool BodySamples::Prepare(const SweepGrid& grid, const GridBlock& block, SideFold& side) {
     if (call.Failed() || !HasProgramFor(block)) return false;
     double* const numbers = program->Numbers();
-    FillGrid(numbers, block.first, grid.step, grid.lower, PaddedCount(block.count));
+    FillGrid(numbers, block.first, grid.step, grid.lower, PaddedCount(block.count), side);
     // What stands behind the last place must not fail where the block does not.
     std::fill(numbers + block.count, numbers + PaddedCount(block.count), numbers[block.count - 1]);
     return true;
@@ -31,7 +31,8 @@ bool BodySamples::Prepare(const SweepGrid& grid, const GridBlock& block) {
 const double* BodySamples::Fill(const SweepGrid& grid, const GridBlock& block) {
     SideFold nothing;
     const double* values = nullptr;
-    if (Prepare(grid, block)) values = program->Run(program->Numbers(), block.count, nothing);
+    if (Prepare(grid, block, nothing))
+        values = program->Run(program->Numbers(), block.count, nothing);
     TakeNote(block, values != nullptr);
     return values;
 }
@@ -39,7 +40,7 @@ const double* BodySamples::Fill(const SweepGrid& grid, const GridBlock& block) {
 bool BodySamples::FillFinite(const SweepGrid& grid, const GridBlock& block, SampleColumn& samples,
                              SideFold& side) {
     const bool isFilled =
-        Prepare(grid, block) &&
+        Prepare(grid, block, side) &&
         program->RunFinite(program->Numbers(), block.count, samples.Block(), side);
     TakeNote(block, isFilled);
     return isFilled;

@@ -80,7 +80,7 @@ private:
     static constexpr std::size_t fewestOfLeaf = 128;
 
     bool HasProgramFor(const GridBlock& block);
-    bool Prepare(const SweepGrid& grid, const GridBlock& block);
+    bool Prepare(const SweepGrid& grid, const GridBlock& block, SideFold& side);
     void TakeNote(const GridBlock& block, bool isFilled);
 
     const StepCall& call;

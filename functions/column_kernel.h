@@ -15,6 +15,9 @@ constexpr std::size_t PaddedCount(std::size_t count) {
     return (count + columnStride - 1) / columnStride * columnStride;
 }
 
+// Kernels take so many terms at a time on the side.
+inline constexpr std::size_t sideRound = 8;
+
 // A sum or a product in order, each of whose operations waits for the one before. Kernels take it
 // further on the side, as what they do themselves waits for other things.
 struct SideFold {
@@ -24,12 +27,16 @@ struct SideFold {
     const double* end = nullptr;
 
     std::size_t Left() const { return static_cast<std::size_t>(end - next); }
+    // At most `wished` rounds for each stride of `count` elements, as far as there are terms.
+    std::size_t RoundsOf(std::size_t wished, std::size_t count) const {
+        const std::size_t termsForRound = count / columnStride * sideRound;
+        while (wished * termsForRound > Left()) --wished;
+        return wished;
+    }
     void Finish() {
         for (; next != end; ++next) total = multiplies ? total * *next : total + *next;
     }
 };
-// A kernel takes that many terms at a time.
-inline constexpr std::size_t sideRound = 8;
 
 // An operation reads as many of them as it has operands; the others point to some column.
 struct ColumnOperands {

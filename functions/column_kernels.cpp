@@ -58,10 +58,16 @@ struct TruncateOne {
 };
 struct SquareRootOne {
     static constexpr bool isSlow = true;
+#if defined(__x86_64__)
+    using WideOperation = WideRoot;
+#endif
     static double Apply(double a, double) { return std::sqrt(a); }
 };
 struct InvertOne {
     static constexpr bool isSlow = true;
+#if defined(__x86_64__)
+    using WideOperation = WideInverse;
+#endif
     static double Apply(double a, double) { return 1.0 / a; }
 };
 struct RadiansOne {
@@ -190,24 +196,34 @@ struct KeepOne {
 };
 
 [[gnu::always_inline]] inline void RunGridLoop(double* __restrict out, double first, double step,
-                                               double lower, std::size_t count) {
+                                               double lower, std::size_t count, SideFold& side,
+                                               std::size_t rounds) {
     // Whole numbers far below 2^53, so the sums are exact.
     double places[columnStride];
     for (std::size_t j = 0; j < columnStride; ++j) places[j] = static_cast<double>(j);
+    double total = side.total;
+    const double* next = side.next;
+    const bool multiplies = side.multiplies;
     for (std::size_t i = 0; i < count; i += columnStride) {
         for (std::size_t j = 0; j < columnStride; ++j)
             out[i + j] = (first + places[j]) * step + lower;
         first += static_cast<double>(columnStride);
+        for (std::size_t round = 0; round < rounds; ++round, next += sideRound) {
+            total = FoldRound(total, next, multiplies);
+        }
     }
+    side.total = total;
+    side.next = next;
 }
 
-void FillBaseline(double* out, double first, double step, double lower, std::size_t count) {
-    RunGridLoop(out, first, step, lower, count);
+void FillBaseline(double* out, double first, double step, double lower, std::size_t count,
+                  SideFold& side, std::size_t rounds) {
+    RunGridLoop(out, first, step, lower, count, side, rounds);
 }
 #if defined(__x86_64__)
 [[gnu::target("avx2")]] void FillWide(double* out, double first, double step, double lower,
-                                      std::size_t count) {
-    RunGridLoop(out, first, step, lower, count);
+                                      std::size_t count, SideFold& side, std::size_t rounds) {
+    RunGridLoop(out, first, step, lower, count, side, rounds);
 }
 #else
 constexpr auto* FillWide = FillBaseline;
@@ -256,7 +272,8 @@ constexpr auto* KindWide = KindBaseline<bySign>;
 
 KernelForm FastestForm() {
 #if defined(__x86_64__)
-    static const bool isWideThere = __builtin_cpu_supports("avx2") != 0;
+    static const bool isWideThere =
+        __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("fma") != 0;
     return isWideThere ? KernelForm::wide : KernelForm::baseline;
 #else
     return KernelForm::baseline;
@@ -289,9 +306,10 @@ bool CopyFinite(const double* from, double* to, std::size_t count, KernelForm fo
 }
 
 void FillGrid(double* out, std::int64_t first, double step, double lower, std::size_t count,
-              KernelForm form) {
+              SideFold& side, KernelForm form) {
     const auto fill = form == KernelForm::wide ? FillWide : FillBaseline;
-    fill(out, static_cast<double>(first), step, lower, count);
+    const std::size_t rounds = side.RoundsOf(1, count);
+    fill(out, static_cast<double>(first), step, lower, count, side, rounds);
 }
 
 }  // namespace orvane

@@ -30,8 +30,9 @@ bool IsOfOneKind(const double* numbers, std::size_t count, bool bySign,
 // Copies a column; what is not finite fails.
 bool CopyFinite(const double* from, double* to, std::size_t count, KernelForm form = FastestForm());
 
-// (first + j) * step + lower for j from 0: the values of a variable on a grid.
+// (first + j) * step + lower for j from 0: the values of a variable on a grid. A round of terms for
+// each stride is taken on the side, where so many are there.
 void FillGrid(double* out, std::int64_t first, double step, double lower, std::size_t count,
-              KernelForm form = FastestForm());
+              SideFold& side, KernelForm form = FastestForm());
 
 }  // namespace orvane

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "functions/column_kernel.h"
+#include "functions/stride_division.h"
 
 // How kernels walk their columns: what the rooms of the kernels share.
 
@@ -36,6 +37,9 @@ struct MultiplyTwo {
 };
 struct DivideTwo {
     static constexpr bool isSlow = true;
+#if defined(__x86_64__)
+    using WideOperation = WideQuotient;
+#endif
     static double Apply(double a, double b) { return a / b; }
     static std::int64_t DivisorMark(double, double b) { return ZeroMark(b); }
 };
@@ -57,6 +61,12 @@ concept Calls = requires {
     Operation::isCall;
 };
 
+// `WideOperation` stands where an operation has a stride of its own on wide processors.
+template <typename Operation>
+concept HasWideOperation = requires {
+    typename Operation::WideOperation;
+};
+
 // `DivisorMark` of the operands stands where an operation fails by dividing by zero.
 template <typename Operation>
 concept Divides = requires {
@@ -67,9 +77,12 @@ concept Divides = requires {
 template <typename First, typename Second, bool reversed>
 struct PairOf {
     static constexpr bool isPair = true;
+    static constexpr bool isReversed = reversed;
     static constexpr bool isSlow = IsSlow<First>() || IsSlow<Second>();
-    static double Apply(double a, double b, double c) {
-        const double inner = First::Apply(a, b);
+    using Inner = First;
+    using Outer = Second;
+
+    static double ApplyOuter(double inner, double c) {
         return reversed ? Second::Apply(c, inner) : Second::Apply(inner, c);
     }
     // A divisor of 0 that the result may not show.
@@ -77,8 +90,8 @@ struct PairOf {
         if constexpr (Divides<First>) return First::DivisorMark(a, b);
         return 0;
     }
-    static std::int64_t OuterMark(double a, double b, double c) {
-        if constexpr (Divides<Second>) return ZeroMark(reversed ? First::Apply(a, b) : c);
+    static std::int64_t OuterMark(double inner, double c) {
+        if constexpr (Divides<Second>) return ZeroMark(reversed ? inner : c);
         return 0;
     }
 };
@@ -106,9 +119,10 @@ template <typename Operation, Fails fails>
 [[gnu::always_inline]] inline std::int64_t RunElement(double a, double b, double c, double& out) {
     std::int64_t marks = 0;
     if constexpr (Pair<Operation>) {
-        out = Operation::Apply(a, b, c);
+        const double inner = Operation::Inner::Apply(a, b);
+        out = Operation::ApplyOuter(inner, c);
         marks |= Operation::InnerMark(a, b);
-        if constexpr (fails == Fails::nothing) marks |= Operation::OuterMark(a, b, c);
+        if constexpr (fails == Fails::nothing) marks |= Operation::OuterMark(inner, c);
     } else {
         out = Operation::Apply(a, b);
         if constexpr (Divides<Operation> && fails == Fails::nothing) {
@@ -158,13 +172,72 @@ bool Baseline(const ColumnOperands& in, double* out, std::size_t count, SideFold
     return RunLoop<Operation, fails>(in, out, count, side, rounds);
 }
 
-// The same loop for processors that work on four numbers at a time. No fused operations: they
-// would round differently.
+// The same loop for processors that work on four numbers at a time. The compiler fuses no
+// operations: they would round differently.
 #if defined(__x86_64__)
+template <typename Operation>
+constexpr bool HasWideStride() {
+    if constexpr (Pair<Operation>) {
+        return HasWideStride<typename Operation::Inner>() ||
+               HasWideStride<typename Operation::Outer>();
+    }
+    return HasWideOperation<Operation>;
+}
+
+// The marks of an operation that is the last one, or of one whose result goes into another.
+template <typename Operation, Fails fails, bool isLast>
+ORVANE_WIDE std::int64_t RunStride(const double* a, const double* b, double* __restrict out) {
+    constexpr bool testsResult = isLast && fails == Fails::nonFinite;
+    if constexpr (HasWideOperation<Operation>) {
+        constexpr WideMark mark = testsResult          ? WideMark::nonFinite
+                                  : Divides<Operation> ? WideMark::zeroDivisor
+                                                       : WideMark::none;
+        return RunWideStride<typename Operation::WideOperation, mark>(a, b, out) ? -1 : 0;
+    } else {
+        std::int64_t marks = 0;
+        for (std::size_t i = 0; i < columnStride; ++i) {
+            out[i] = Operation::Apply(a[i], b[i]);
+            if constexpr (testsResult) marks |= NonFiniteMark(out[i]);
+        }
+        return marks;
+    }
+}
+
 template <typename Operation, Fails fails>
-[[gnu::target("avx2")]] bool Wide(const ColumnOperands& in, double* out, std::size_t count,
-                                  SideFold& side, std::size_t rounds) {
-    return RunLoop<Operation, fails>(in, out, count, side, rounds);
+ORVANE_WIDE std::int64_t RunStride(const ColumnOperands& in, double* __restrict out) {
+    if constexpr (Pair<Operation>) {
+        using Inner = typename Operation::Inner;
+        using Outer = typename Operation::Outer;
+        double inner[columnStride];
+        const std::int64_t marks = RunStride<Inner, fails, false>(in.a, in.b, inner);
+        const double* const left = Operation::isReversed ? in.c : inner;
+        const double* const right = Operation::isReversed ? inner : in.c;
+        return marks | RunStride<Outer, fails, true>(left, right, out);
+    } else {
+        return RunStride<Operation, fails, true>(in.a, in.b, out);
+    }
+}
+
+template <typename Operation, Fails fails>
+[[gnu::target("avx2,fma")]] bool Wide(const ColumnOperands& in, double* out, std::size_t count,
+                                      SideFold& side, std::size_t rounds) {
+    if constexpr (!HasWideStride<Operation>()) {
+        return RunLoop<Operation, fails>(in, out, count, side, rounds);
+    } else {
+        std::int64_t marks = 0;
+        double total = side.total;
+        const double* next = side.next;
+        const bool multiplies = side.multiplies;
+        for (std::size_t i = 0; i < count; i += columnStride) {
+            marks |= RunStride<Operation, fails>({in.a + i, in.b + i, in.c + i}, out + i);
+            for (std::size_t round = 0; round < rounds; ++round, next += sideRound) {
+                total = FoldRound(total, next, multiplies);
+            }
+        }
+        side.total = total;
+        side.next = next;
+        return marks != 0;
+    }
 }
 #else
 template <typename Operation, Fails fails>

@@ -394,13 +394,32 @@ TEST(FillGrid, GivesTheNumbersOfTheTree) {
             for (const std::size_t count : {columnStride, columnStride * 3, columnLength}) {
                 alignas(64) std::array<double, columnLength> out;
                 out.fill(untouched);
-                FillGrid(out.data(), row.first, row.step, row.lower, count, form);
+                SideFold side;
+                FillGrid(out.data(), row.first, row.step, row.lower, count, side, form);
                 for (std::size_t i = 0; i < columnLength; ++i) {
                     const auto index = row.first + static_cast<std::int64_t>(i);
                     const double number = static_cast<double>(index) * row.step + row.lower;
                     ASSERT_TRUE(SameNumber(out[i], i < count ? number : untouched)) << i;
                 }
             }
+        }
+    }
+}
+
+TEST(FillGrid, TakesOneRoundOfTermsForEachStride) {
+    std::array<double, columnLength> terms;
+    for (std::size_t i = 0; i < columnLength; ++i) terms[i] = 1.0 / static_cast<double>(i + 3);
+    for (const KernelForm form : FormsHere()) {
+        SCOPED_TRACE(NameOf(form));
+        for (const std::size_t left : {0U, 31U, 32U, 500U}) {
+            SCOPED_TRACE(left);
+            alignas(64) std::array<double, columnLength> out;
+            SideFold side{0.25, false, terms.data(), terms.data() + left};
+            FillGrid(out.data(), 0, 1.0, 0.0, 4 * columnStride, side, form);
+            EXPECT_EQ(side.Left(), left < 4 * sideRound ? left : left - 4 * sideRound);
+            double wanted = 0.25;
+            for (const double* term = terms.data(); term != side.next; ++term) wanted += *term;
+            EXPECT_TRUE(SameBits(side.total, wanted));
         }
     }
 }
