@@ -11,11 +11,18 @@ namespace orvane {
 // there, returns at once with whatever it has: what was under way is thrown away as a whole.
 class RunStop {
 public:
+    RunStop() = default;
+    // Asked as well when another one is, which may be none.
+    explicit RunStop(const RunStop* another) : further(another) {}
+
     void Ask() { asked.store(true, std::memory_order_relaxed); }
-    bool IsAsked() const { return asked.load(std::memory_order_relaxed); }
+    bool IsAsked() const {
+        return asked.load(std::memory_order_relaxed) || (further != nullptr && further->IsAsked());
+    }
 
 private:
     std::atomic<bool> asked{false};
+    const RunStop* further = nullptr;
 };
 
 // What the error text of a stopped run says. It stands in no report.

@@ -57,6 +57,10 @@ bool BodyProgram::RunSteps(std::uint32_t begin, std::uint32_t end, std::size_t c
                 if (!RunBody(step, count)) return false;
                 ++at;
                 break;
+            case Step::Kind::sweep:
+                if (!RunSweep(step, count)) return false;
+                ++at;
+                break;
             case Step::Kind::choice:
                 if (!RunChoice(step, count, side)) return false;
                 at = step.end;
@@ -87,6 +91,18 @@ bool BodyProgram::RunBody(const Step& step, std::size_t count) {
             failure.clear();
             return false;
         }
+    }
+    std::fill(out + count, out + PaddedCount(count), out[count - 1]);
+    return true;
+}
+
+bool BodyProgram::RunSweep(const Step& step, std::size_t count) {
+    const double* const x = cells[step.a];
+    double* const out = Room(step.out);
+    for (std::size_t element = 0; element < count; ++element) {
+        if (nested->Evaluate(*step.node, x[element], out[element], failure)) continue;
+        failure.clear();
+        return false;
     }
     std::fill(out + count, out + PaddedCount(count), out[count - 1]);
     return true;

@@ -4,17 +4,20 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "functions/column_kernels.h"
 #include "functions/keyword_table.h"
+#include "functions/nested_sweeps.h"
 
 // The body of a sweep as a flat list of operations over columns, one column element for each value
 // of the variable. It covers bodies whose values are all single numbers: numbers, names of earlier
-// formulas, variables, the number and bit functions, operators, comparisons, `if` and brackets with
-// one value. Every element gets the very bits that evaluation of the tree gives.
+// formulas, variables, the number and bit functions, operators, comparisons, `if`, brackets with
+// one value and sweeps nested one deep. Every element gets the very bits that evaluation of the
+// tree gives.
 
 namespace orvane {
 
@@ -22,6 +25,9 @@ class BodyProgram {
 public:
     // Empty; BodyProgramBuilder fills it. `call` is that of the sweep.
     explicit BodyProgram(const FamilyCall& call) : family(call) {}
+
+    // None where no sweep is nested in the body. Whoever runs the program tells them about blocks.
+    NestedSweeps* Nested() { return nested.get(); }
 
     // Room for the numbers of a run, a column of it.
     double* Numbers() { return Room(variablePlace); }
@@ -41,16 +47,18 @@ private:
         std::array<double, columnLength> cells;
     };
 
-    // One operation: a kernel, or a body that is called for each element, or a choice.
+    // One operation: a kernel, or a body that is called for each element, or a nested sweep that is
+    // run for each, or a choice.
     struct Step {
-        enum class Kind : std::uint8_t { kernel, body, choice } kind = Kind::kernel;
+        enum class Kind : std::uint8_t { kernel, body, sweep, choice } kind = Kind::kernel;
         bool tested = false;  // of `body`: what is not finite fails
         Place out = 0;
-        Place a = 0, b = 0, c = 0;  // of `kernel`; of `choice`: what decides, and the variable
+        // Of `kernel`; of `choice`: what decides, and the variable; of `sweep`: the variable.
+        Place a = 0, b = 0, c = 0;
         ColumnKernel kernel;
         ValueBody alone = nullptr;     // of `kernel`: an operator that may go into a pair
         std::size_t rounds = 0;        // of `kernel`, wished for on the side
-        FunctionNode* node = nullptr;  // of `body`
+        FunctionNode* node = nullptr;  // of `body` and `sweep`
         std::uint32_t first = 0;       // of `body`, in `operands`; of `choice`, in `branches`
         std::uint32_t count = 0;       // of operands or branches
         std::uint32_t end = 0;         // of `choice`: the step behind its branches
@@ -68,6 +76,7 @@ private:
     bool RunKernel(const ColumnKernel& kernel, const Step& step, double* out, std::size_t count,
                    SideFold& side);
     bool RunBody(const Step& step, std::size_t count);
+    bool RunSweep(const Step& step, std::size_t count);
     bool RunChoice(const Step& step, std::size_t count, SideFold& side);
     bool RunBranch(const Branch& branch, const double* x, std::size_t count, SideFold& side);
     double* Room(Place place) { return columns[place].cells.data(); }
@@ -79,7 +88,8 @@ private:
     std::vector<Place> operands;
     std::vector<Branch> branches;
     std::vector<double> parameters;  // of one call of a body
-    std::string failure;             // written by bodies; the tree says it again where it counts
+    std::unique_ptr<NestedSweeps> nested;
+    std::string failure;  // written by bodies; the tree says it again where it counts
     Place result = 0;
     ColumnKernel finish;  // in place of the last step's: what is not finite fails; may be none
 };

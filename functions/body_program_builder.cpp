@@ -53,21 +53,41 @@ bool HasNumber(const FunctionNode& leaf) {
     return leaf.evaluated && leaf.result.IsScalar() && !leaf.result.complexMark;
 }
 
+// A sweep whose parts are plain numbers, so that the bounds of what values take do not matter. It
+// has no further one in itself: each level would do its blocks twice for each that the level around
+// it does twice. A variable is for itself to judge.
+bool IsNestedSweep(FunctionNode& sweep) {
+    if (!NestedSweeps::CanBe(sweep) || sweep.children.empty()) return false;
+    std::size_t nodes = 0;
+    for (FunctionNode* at = &sweep.children.front(); at != nullptr; at = NextInTree(&sweep, at)) {
+        if (++nodes > NestedSweeps::mostNodes) return false;
+        if (at->kind == NodeKind::variable) continue;
+        const bool isNumber = HasNumber(*at) && !at->result.HasTable();
+        if (IsLeaf(*at) ? !isNumber : !HasOperation(*at)) return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 std::unique_ptr<BodyProgram> BodyProgramBuilder::Build(const FamilyCall& call, FunctionNode& body,
-                                                       std::string_view variableName) {
-    if (!IsCovered(body, variableName)) return nullptr;
+                                                       std::string_view variableName,
+                                                       NestedRule nestedRule) {
+    if (!IsCovered(body, variableName, nestedRule)) return nullptr;
     auto program = std::make_unique<BodyProgram>(call);
     return BodyProgramBuilder(*program, variableName).Walk(body) ? std::move(program) : nullptr;
 }
 
 // One look, which costs less than one evaluation: a sweep that runs in another one comes here each
 // time.
-bool BodyProgramBuilder::IsCovered(FunctionNode& body, std::string_view variableName) {
+bool BodyProgramBuilder::IsCovered(FunctionNode& body, std::string_view variableName,
+                                   NestedRule nestedRule) {
+    if (IsNestedSweep(body)) return false;  // nothing around it would go over columns
     std::size_t numbers = 0;
-    for (FunctionNode* at = &body; at != nullptr; at = NextInTree(&body, at)) {
-        if (IsVariable(*at, variableName)) continue;
+    bool isSweep = false;
+    for (FunctionNode* at = &body; at != nullptr; at = NextInTree(&body, at, !isSweep)) {
+        isSweep = nestedRule == NestedRule::inWholeBlocks && IsNestedSweep(*at);
+        if (isSweep || IsVariable(*at, variableName)) continue;
         if (IsLeaf(*at) ? !HasNumber(*at) || ++numbers > mostColumns : !HasOperation(*at)) {
             return false;
         }
@@ -133,6 +153,7 @@ void BodyProgramBuilder::Finish() {
 
 bool BodyProgramBuilder::Enter(FunctionNode& node) {
     if (IsLeaf(node)) return EnterLeaf(node);
+    if (NestedSweeps::CanBe(node)) return EmitSweep(node);
     frames.push_back({&node, 0, 0, {}});
     return true;
 }
@@ -294,6 +315,23 @@ bool BodyProgramBuilder::EmitBody(FunctionNode& node, std::size_t count) {
                             values.end());
     program.parameters.resize(std::max(program.parameters.size(), count));
     return Emit(step, count);
+}
+
+// Run for each element even where it depends on no variable: it has progress to show.
+bool BodyProgramBuilder::EmitSweep(FunctionNode& node) {
+    if (constant.size() > mostColumns) return false;
+    if (!program.nested) {
+        program.nested = std::make_unique<NestedSweeps>(program.family, variableName);
+    }
+    program.nested->Add(node);
+    Step step;
+    step.kind = Step::Kind::sweep;
+    step.node = &node;
+    step.a = variable;
+    step.out = TakeColumn();
+    program.steps.push_back(step);
+    values.push_back(step.out);
+    return true;
 }
 
 // What depends on no variable is calculated once, here, unless it fails: then it fails where the

@@ -12,13 +12,17 @@
 
 namespace orvane {
 
+// Whether sweeps may be nested in a body. They may where a block is used as a whole or not at all.
+enum class NestedRule { never, inWholeBlocks };
+
 class BodyProgramBuilder {
 public:
     // The program of a body of the sweep `call`. Nothing where something in it is not covered.
     // Formula references and the variables of sweeps further out are read now: the program holds
     // for one run of the sweep.
     static std::unique_ptr<BodyProgram> Build(const FamilyCall& call, FunctionNode& body,
-                                              std::string_view variableName);
+                                              std::string_view variableName,
+                                              NestedRule nestedRule = NestedRule::never);
 
 private:
     using Place = BodyProgram::Place;
@@ -26,7 +30,7 @@ private:
 
     BodyProgramBuilder(BodyProgram& built, std::string_view name)
         : program(built), variableName(name) {}
-    static bool IsCovered(FunctionNode& body, std::string_view variableName);
+    static bool IsCovered(FunctionNode& body, std::string_view variableName, NestedRule nestedRule);
     bool Walk(FunctionNode& body);
     void Finish();
 
@@ -57,6 +61,7 @@ private:
     bool MultipliesInstead();
     bool EmitKernel(Step step, const ColumnKernel& finiteForm, std::size_t count);
     bool EmitBody(FunctionNode& node, std::size_t count);
+    bool EmitSweep(FunctionNode& node);
     bool Emit(Step step, std::size_t count);
 
     // The values of the children that are done, the last child's last.

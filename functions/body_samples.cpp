@@ -4,7 +4,6 @@
 
 #include "core/calc_parameters.h"
 #include "core/function_node.h"
-#include "functions/body_program_builder.h"
 
 namespace orvane {
 
@@ -12,7 +11,7 @@ bool BodySamples::HasProgramFor(const GridBlock& block) {
     if (!isPrepared) {
         const std::size_t fewest = body.children.empty() ? fewestOfLeaf : fewestPlaces;
         if (block.count < fewest || !call.family.parameters.sweepByColumns) return false;
-        program = BodyProgramBuilder::Build(call.family, body, call.variableName);
+        program = BodyProgramBuilder::Build(call.family, body, call.variableName, nestedRule);
         isPrepared = true;
     }
     return program != nullptr;
@@ -21,6 +20,7 @@ bool BodySamples::HasProgramFor(const GridBlock& block) {
 // False where the block is the tree's.
 bool BodySamples::Prepare(const SweepGrid& grid, const GridBlock& block, SideFold& side) {
     if (call.Failed() || !HasProgramFor(block)) return false;
+    if (program->Nested() != nullptr) program->Nested()->Begin(block.count);
     double* const numbers = program->Numbers();
     FillGrid(numbers, block.first, grid.step, grid.lower, PaddedCount(block.count), side);
     // What stands behind the last place must not fail where the block does not.
@@ -30,17 +30,22 @@ bool BodySamples::Prepare(const SweepGrid& grid, const GridBlock& block, SideFol
 
 const double* BodySamples::Fill(const SweepGrid& grid, const GridBlock& block) {
     SideFold nothing;
-    const double* values = nullptr;
-    if (Prepare(grid, block, nothing))
-        values = program->Run(program->Numbers(), block.count, nothing);
+    if (!Prepare(grid, block, nothing)) {
+        Settle();
+        return nullptr;
+    }
+    const double* const values = program->Run(program->Numbers(), block.count, nothing);
     TakeNote(block, values != nullptr);
     return values;
 }
 
 bool BodySamples::FillFinite(const SweepGrid& grid, const GridBlock& block, SampleColumn& samples,
                              SideFold& side) {
+    if (!Prepare(grid, block, side)) {
+        Settle();
+        return false;
+    }
     const bool isFilled =
-        Prepare(grid, block, side) &&
         program->RunFinite(program->Numbers(), block.count, samples.Block(), side);
     TakeNote(block, isFilled);
     return isFilled;
@@ -51,18 +56,42 @@ bool BodySamples::FillFinite(const SweepGrid& grid, const GridBlock& block, Samp
     return FillFinite(grid, block, samples, nothing);
 }
 
+// Behind a block that was tried.
 void BodySamples::TakeNote(const GridBlock& block, bool isFilled) {
     if (isFilled) {
         lastNumber = program->Numbers()[block.count - 1];
     } else {
+        TakeNestedBack();
         Settle();
     }
 }
 
+// There is no other try: what is nested in the block is done twice.
+void BodySamples::TakeNestedBack() {
+    if (program->Nested() == nullptr) return;
+    program->Nested()->TakeBack();
+    program.reset();
+}
+
+void BodySamples::UseBlock() {
+    if (program->Nested() != nullptr) program->Nested()->HandOnSteps();
+}
+
+void BodySamples::LeaveBlock() {
+    TakeNestedBack();
+    VisitByTree();
+}
+
 void BodySamples::Settle() {
     if (!lastNumber) return;
+    CalcParameters parameters = call.family.parameters;
+    parameters.progress = nullptr;  // the block had it
+    const FamilyCall family = {call.family.node, call.family.keyword, call.family.sentence,
+                               parameters, call.family.errorText};
+    StepCall silent{family};
+    silent.variableName = call.variableName;
     double value = 0.0;
-    EvaluateBody(call, body, *lastNumber, false, value);
+    EvaluateBody(silent, body, *lastNumber, false, value);
     lastNumber.reset();
 }
 

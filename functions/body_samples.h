@@ -7,7 +7,7 @@
 #include <memory>
 #include <optional>
 
-#include "functions/body_program.h"
+#include "functions/body_program_builder.h"
 #include "functions/column_kernels.h"
 #include "functions/step_call.h"
 
@@ -54,7 +54,9 @@ struct SampleColumn {
 
 class BodySamples {
 public:
-    BodySamples(const StepCall& sweep, FunctionNode& node) : call(sweep), body(node) {}
+    BodySamples(const StepCall& sweep, FunctionNode& node,
+                NestedRule sweepsInside = NestedRule::never)
+        : call(sweep), body(node), nestedRule(sweepsInside) {}
 
     // The body's values at the places of a block, until the next call; null where the tree has to
     // do them, and the body is as the tree left it in front of the block then. The padding behind
@@ -65,12 +67,16 @@ public:
     // Some terms of `side` are taken meanwhile.
     bool FillFinite(const SweepGrid& grid, const GridBlock& block, SampleColumn& samples,
                     SideFold& side);
+    // Behind each block that was filled finite, where sweeps may be nested in the body: it is used,
+    // and they step the progress; or the tree does it for another reason, and they do it again.
+    void UseBlock();
+    void LeaveBlock();
     // The place that the sweep has come to since, where it takes blocks apart: done by a block, or
     // by the tree.
     void Visit(double number) { lastNumber = number; }
     void VisitByTree() { lastNumber.reset(); }
-    // Behind the last place of all: leaves the body as the tree leaves it there. Does nothing when
-    // the last block was the tree's.
+    // Behind the last place of all: leaves the body as the tree leaves it there, with no progress.
+    // Does nothing when the last block was the tree's.
     void Settle();
 
 private:
@@ -82,9 +88,11 @@ private:
     bool HasProgramFor(const GridBlock& block);
     bool Prepare(const SweepGrid& grid, const GridBlock& block, SideFold& side);
     void TakeNote(const GridBlock& block, bool isFilled);
+    void TakeNestedBack();
 
     const StepCall& call;
     FunctionNode& body;
+    NestedRule nestedRule;
     std::unique_ptr<BodyProgram> program;  // none behind the preparation: all is the tree's
     bool isPrepared = false;
     std::optional<double> lastNumber;  // the newest one, where the tree did not do it

@@ -41,18 +41,21 @@ struct HalfStepGrid {
 class BodyBlocks {
 public:
     BodyBlocks(const HalfStepGrid& halfSteps, FunctionNode& body)
-        : grid(halfSteps), samples(grid.call, body) {}
+        : grid(halfSteps), samples(grid.call, body, NestedRule::inWholeBlocks) {}
 
     // False where the tree has to take the samples.
     bool Fill(const GridBlock& block, SideFold& side) {
         return samples.FillFinite({grid.call.lower, grid.step}, block, column, side);
     }
-    void StepProgressOver(const GridBlock& block) const {
+    // The samples of a filled block are used.
+    void StepProgressOver(const GridBlock& block) {
         orvane::StepProgressOver(grid.call, block.first, block.count);
+        samples.UseBlock();
     }
     double At(std::int64_t index) const { return column.At(index); }
     void SetInFront(double sample) { column.SetInFront(sample); }
     void VisitByTree() { samples.VisitByTree(); }
+    void LeaveBlock() { samples.LeaveBlock(); }
     void Settle() { samples.Settle(); }
 
 private:
@@ -68,13 +71,17 @@ public:
         : x(grid, grid.call.Body()), y(grid, grid.call.SecondBody()) {}
 
     bool Fill(const GridBlock& block, SideFold& side) {
-        if (x.Fill(block, side) && y.Fill(block, side)) return true;
         // The tree starts with X. It may fail there, and Y is as it was in front of the block.
-        x.VisitByTree();
-        y.Settle();
+        if (!x.Fill(block, side)) {
+            x.VisitByTree();
+            y.Settle();
+            return false;
+        }
+        if (y.Fill(block, side)) return true;
+        x.LeaveBlock();
         return false;
     }
-    void StepProgressOver(const GridBlock& block) const {
+    void StepProgressOver(const GridBlock& block) {
         x.StepProgressOver(block);
         y.StepProgressOver(block);
     }

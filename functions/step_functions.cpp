@@ -122,12 +122,13 @@ bool FindRoots(const StepCall& call) {
 
 // Folds the body's values over the steps in order; false after an error.
 bool FoldTerms(const StepCall& call, OrderedFold& fold) {
-    BodySamples samples(call, call.Body());
+    BodySamples samples(call, call.Body(), NestedRule::inWholeBlocks);
     const SweepGrid grid = {call.lower, call.step};
     GridBlock block = GridBlock::First(call.count);
     for (; !block.IsEmpty(); block = block.Next(call.count)) {
         if (samples.FillFinite(grid, block, fold.Room(), fold.Side())) {
             StepProgressOver(call, block.first, block.count);
+            samples.UseBlock();
             fold.Start(0, block.count);
             continue;
         }

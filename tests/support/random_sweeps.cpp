@@ -69,8 +69,9 @@ const std::vector<const KeywordEntry*>& NumberKeywords() {
 std::string RandomSweeps::Sheet(const SweepWords& sweep) {
     usedFormulas.clear();
     variables.assign(1, 'x');
-    hasInnerSweeps = OneIn(24);
+    hasInnerSweeps = OneIn(4);
     const Grid grid = RandomGrid(sweep);
+    outerGrid = grid;
     const double width = grid.step * grid.steps * sweep.samplesPerStep;
     const double third = sweep.stepIsGiven ? grid.step : grid.lower + width;
     std::string call = Fill("$(x,$,$,$", {std::string(sweep.name), Text(grid.lower), Text(third),
@@ -117,7 +118,7 @@ RandomSweeps::Grid RandomSweeps::RandomGrid(const SweepWords& sweep) {
     constexpr double steps[] = {0.25, 0.5,  1.0, 0.125, 2.0,  -0.25,
                                 -1.0, -0.5, 0.0, 0.1,   -0.3, 64.0};
     Grid grid;
-    const int most = hasInnerSweeps ? 40 : sweep.mostSteps;
+    const int most = hasInnerSweeps && !OneIn(3) ? 70 : sweep.mostSteps;
     grid.steps = OneIn(3) ? OneOf(counts) : 1 + static_cast<int>(Below(150));
     grid.steps = std::min(grid.steps, most);
     grid.step = OneOf(steps);
@@ -170,6 +171,7 @@ std::string RandomSweeps::FailingTerm(const Grid& grid) {
 std::string RandomSweeps::Term(int depth) {
     if (depth <= 0) return Leaf();
     const std::uint32_t kind = Below(32);
+    if (hasInnerSweeps && variables.size() == 1 && OneIn(3)) return InnerSweep(depth - 1);
     if (kind < 13) return Operation(depth - 1);
     if (kind < 24) return Call(depth - 1);
     if (kind < 28) return Choice(depth - 1);
@@ -232,21 +234,53 @@ std::string RandomSweeps::Oddity(int depth) {
     return Fill(OneOf(forms), {left, Term(depth)});
 }
 
+// Now and then it records something, has a variable with the name of the outer one, or fails where
+// that one has some value.
 std::string RandomSweeps::InnerSweep(int depth) {
-    constexpr const char* names[] = {
-        "series", "product", "integral_area_xy", "integral_curve_xy", "locus_xy", "equation_root"};
-    constexpr const char* counts[] = {"1", "2", "3", "16", "31", "32", "40", "140"};
+    constexpr const char* names[] = {"series",
+                                     "product",
+                                     "integral_area_xy",
+                                     "integral_area_polar",
+                                     "integral_curve_xy",
+                                     "integral_curve_polar"};
+    constexpr const char* pairNames[] = {"integral_area_parametric_xy",
+                                         "integral_area_parametric_polar",
+                                         "integral_curve_parametric"};
+    constexpr const char* oddNames[] = {"locus_xy", "equation_root"};
     if (variables.size() > 2) return Leaf();
     const bool isOuter = variables.size() == 1;
     const std::string variable = OneIn(6) ? "x" : isOuter ? "y" : "z";
-    const std::string name = OneOf(names);
+    const bool hasTwoBodies = OneIn(8);
+    const std::string name = hasTwoBodies ? OneOf(pairNames)
+                             : OneIn(24)  ? OneOf(oddNames)
+                                          : OneOf(names);
     const std::string lower = OneIn(2) ? "0" : Leaf();
-    const std::string count = counts[Below(isOuter ? 8 : 3)];
+    const int most = std::clamp(6000 / outerGrid.places, 1, 150);
+    const std::string count = InnerCount(isOuter ? most : 3);
     variables.push_back(variable[0]);
-    const std::string body = Term(depth);
+    const auto body = [&] { return isOuter && OneIn(8) ? FailingTerm(outerGrid) : Term(depth); };
+    std::string bodies = body();
+    if (hasTwoBodies) bodies += Fill(",$", {body()});
     variables.pop_back();
-    return Fill(OneIn(4) ? "abs($($,$,1,$,$))" : "$($,$,1,$,$)",
-                {name, variable, lower, count, body});
+    const std::string step = OneIn(4) ? Leaf() : "1";
+    return Fill(OneIn(4) ? "abs($($,$,$,$,$))" : "$($,$,$,$,$)",
+                {name, variable, lower, step, count, bodies});
+}
+
+// A count of steps that may depend on the outer variable; what is no count, or a long one, at one
+// place alone.
+std::string RandomSweeps::InnerCount(int most) {
+    constexpr int counts[] = {1, 2, 3, 5, 16, 31, 32, 40, 140};
+    const std::string count = std::to_string(std::min(OneOf(counts), most));
+    const auto places = static_cast<std::uint32_t>(outerGrid.places);
+    const std::string place =
+        Text(static_cast<double>(Below(places)) * outerGrid.step + outerGrid.lower);
+    if (OneIn(4)) return Fill("1+abs(int(x))%$", {count});
+    if (OneIn(16)) {
+        constexpr const char* oddCounts[] = {"0", "1.5", "(-1)", "y", "600", "40000"};
+        return Fill("if(x==$,$,$)", {place, oddCounts[Below(OneIn(8) ? 6 : 5)], count});
+    }
+    return OneIn(12) ? Fill("if(x>$,$,1)", {place, count}) : count;
 }
 
 std::string RandomSweeps::Leaf() {

@@ -56,6 +56,7 @@ private:
     std::string Choice(int depth);
     std::string Oddity(int depth);
     std::string InnerSweep(int depth);
+    std::string InnerCount(int most);
     std::string Leaf();
     std::string Parameters(int count, int depth);
 
@@ -63,6 +64,7 @@ private:
     std::string variables;                  // of the sweeps around what is written, one letter each
     std::vector<std::size_t> usedFormulas;  // places in the list of those in front
     bool hasInnerSweeps = false;
+    Grid outerGrid;
 };
 
 }  // namespace orvane::test
