@@ -50,14 +50,33 @@ KeywordTable::KeywordTable() {
     std::transform(keywordRows.begin(), keywordRows.end(), sorted.begin(),
                    [](const KeywordEntry& row) { return &row; });
     std::sort(sorted.begin(), sorted.end(), HasLowerName);
+    static_assert(keywordCount < 256);
+    for (std::size_t row = 0; row < sorted.size(); ++row) {
+        sortedNames[row] = sorted[row]->name;
+        std::size_t slot = FirstSlot(sortedNames[row]);
+        while (slots[slot] != 0) slot = (slot + 1) % slotCount;
+        slots[slot] = static_cast<std::uint8_t>(row + 1);
+    }
+}
+
+// By the length and four of the characters; the walk behind it compares the names.
+std::size_t KeywordTable::FirstSlot(std::string_view name) {
+    const auto code = [&](std::size_t at) -> std::size_t {
+        return static_cast<unsigned char>(name[at]);
+    };
+    const std::size_t size = name.size();
+    const std::size_t mixed =
+        size + code(0) * 7 + code(size / 4) * 31 + code(size / 2) * 127 + code(size - 1) * 289;
+    return mixed % slotCount;
 }
 
 const KeywordEntry* KeywordTable::Find(std::string_view name) const {
-    const auto found = std::lower_bound(sorted.begin(), sorted.end(), name,
-                                        [](const KeywordEntry* row, std::string_view wanted) {
-                                            return std::string_view(row->name) < wanted;
-                                        });
-    return found != sorted.end() && name == (*found)->name ? *found : nullptr;
+    if (name.empty()) return nullptr;
+    for (std::size_t slot = FirstSlot(name); slots[slot] != 0; slot = (slot + 1) % slotCount) {
+        const std::size_t row = slots[slot] - std::size_t{1};
+        if (sortedNames[row] == name) return sorted[row];
+    }
+    return nullptr;
 }
 
 const KeywordEntry* KeywordTable::FindFunction(std::string_view name) const {

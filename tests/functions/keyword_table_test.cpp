@@ -277,6 +277,23 @@ TEST(KeywordTable, IsSortedByBytes) {
     }
 }
 
+TEST(Find, KnowsNoNeighbourOfAName) {
+    const std::vector<std::string> names = SortedNames();
+    for (const std::string& name : names) {
+        for (std::size_t at = 0; at < name.size(); ++at) {
+            for (const char other : {'a', 'n', 's', '_', '2', '\0', '\xFF'}) {
+                std::string word = name;
+                word[at] = other;
+                EXPECT_EQ(keywordTable.IsKnown(word), std::ranges::binary_search(names, word))
+                    << word;
+            }
+            const std::string shorter = name.substr(0, at);
+            EXPECT_EQ(keywordTable.IsKnown(shorter), std::ranges::binary_search(names, shorter));
+        }
+        EXPECT_FALSE(keywordTable.IsKnown(name + "__"));
+    }
+}
+
 TEST(Find, GivesTheRowOfEveryName) {
     for (const KeywordEntry& row : keywordRows) {
         SCOPED_TRACE(row.name);
