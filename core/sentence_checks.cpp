@@ -14,6 +14,7 @@ namespace {
 
 // The number of the first line with an odd count of '"', from zero.
 std::optional<int> FindOddLine(std::string_view text) {
+    if (text.find('"') == std::string_view::npos) return std::nullopt;
     int line = 0;
     bool odd = false;
     for (const char c : text) {
@@ -37,11 +38,8 @@ std::string CheckOrder(const SentenceList& sentences, int index, std::string_vie
     return FillForm(form, {NumberOf(index), word, NumberOf(laterIndex(word))});
 }
 
-char RoundBracket(char c) {
-    if (c == '[' || c == '{') return '(';
-    if (c == ']' || c == '}') return ')';
-    return c;
-}
+constexpr CharacterSet openBrackets("([{");
+constexpr CharacterSet bracketsAndQuotes("([{)]}\"");
 
 // Rewrites the brackets outside strings to round ones; false at the first one that closes nothing,
 // and for a text that leaves one open.
@@ -50,14 +48,15 @@ bool UnifyBrackets(EditBuffer& text) {
     char* const data = text.Data();
     std::int64_t open = 0;
     std::size_t at = 0;
-    while (at < view.size()) {
+    while ((at = bracketsAndQuotes.Find(view, at)) < view.size()) {
         if (view[at] == '"') {
             at = SkipString(view, at);
             continue;
         }
-        data[at] = RoundBracket(data[at]);
-        if (data[at] == '(') ++open;
-        if (data[at] == ')' && --open < 0) return false;
+        const bool opens = openBrackets.Has(view[at]);
+        data[at] = opens ? '(' : ')';
+        open += opens ? 1 : -1;
+        if (open < 0) return false;
         ++at;
     }
     return open == 0;

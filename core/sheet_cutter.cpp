@@ -10,6 +10,10 @@ namespace orvane {
 
 namespace {
 
+constexpr CharacterSet quoteOrSlash("\"/");
+constexpr CharacterSet quoteOrSemicolon("\";");
+constexpr CharacterSet quoteOrTab("\"\t");
+
 // A word at the start of a sentence with the sign that gives it its role.
 struct LeadingWord {
     std::string_view word;
@@ -31,8 +35,9 @@ std::optional<LeadingWord> FindLeadingWord(std::string_view text, char sign) {
 void BlankComments(std::span<char> text) {
     std::replace(text.begin(), text.end(), '\r', ' ');
     const std::string_view view(text.data(), text.size());
+    if (view.find("//") == std::string_view::npos) return;
     std::size_t at = 0;
-    while (at < view.size()) {
+    while ((at = quoteOrSlash.Find(view, at)) < view.size()) {
         if (view[at] == '"') {
             at = view.find('"', at + 1);
             if (at == std::string_view::npos) return;
@@ -56,15 +61,13 @@ bool CutSentences(SentenceList& sentences, std::string_view text, const RunStop*
         sentences.Add(text.substr(start, at - start));
         return true;
     };
-    while (at < text.size()) {
+    while ((at = quoteOrSemicolon.Find(text, at)) < text.size()) {
         if (text[at] == '"') {
             at = SkipString(text, at);
-        } else if (text[at] == ';') {
-            if (IsStopAsked(stop) || !cut()) return false;
-            start = ++at;
-        } else {
-            ++at;
+            continue;
         }
+        if (IsStopAsked(stop) || !cut()) return false;
+        start = ++at;
     }
     return cut();
 }
@@ -108,12 +111,11 @@ void BlankTabs(EditBuffer& text) {
     const std::string_view view = text.View();
     if (view.find('\t') == std::string_view::npos) return;
     std::size_t at = 0;
-    while (at < view.size()) {
+    while ((at = quoteOrTab.Find(view, at)) < view.size()) {
         if (view[at] == '"') {
             at = SkipString(view, at);
         } else {
-            if (view[at] == '\t') text.Data()[at] = ' ';
-            ++at;
+            text.Data()[at++] = ' ';
         }
     }
 }

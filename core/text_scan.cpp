@@ -4,32 +4,6 @@
 
 namespace orvane {
 
-namespace {
-
-template <typename Test>
-std::size_t FindEnd(std::string_view text, std::size_t from, Test belongs) {
-    while (from < text.size() && belongs(text[from])) ++from;
-    return from;
-}
-
-}  // namespace
-
-std::size_t SkipSpaces(std::string_view text, std::size_t from) {
-    return FindEnd(text, from, [](char c) { return c == ' '; });
-}
-
-std::size_t SkipWhite(std::string_view text, std::size_t from) {
-    return FindEnd(text, from, [](char c) { return c == ' ' || c == '\t' || c == '\n'; });
-}
-
-std::size_t FindWordEnd(std::string_view text, std::size_t from) {
-    return FindEnd(text, from, IsWordChar);
-}
-
-std::size_t FindNumberEnd(std::string_view text, std::size_t from) {
-    return FindEnd(text, from, [](char c) { return IsWordChar(c) || c == '.'; });
-}
-
 std::size_t SkipString(std::string_view text, std::size_t quote) {
     const std::size_t closing = text.find('"', quote + 1);
     return closing == std::string_view::npos ? text.size() : closing + 1;

@@ -11,26 +11,60 @@
 
 namespace orvane {
 
+// A set of characters that is asked once for each character of a text.
+class CharacterSet {
+public:
+    constexpr explicit CharacterSet(std::string_view characters) {
+        for (const char c : characters) members[static_cast<unsigned char>(c)] = true;
+    }
+    constexpr bool Has(char c) const { return members[static_cast<unsigned char>(c)]; }
+    // The first member at or behind `from`; the text's size when there is none.
+    constexpr std::size_t Find(std::string_view text, std::size_t from) const {
+        while (from < text.size() && !Has(text[from])) ++from;
+        return from;
+    }
+
+private:
+    bool members[256] = {};
+};
+
 constexpr bool IsWordStart(char c) {
     return c == '_' || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
+inline constexpr CharacterSet wordCharacters(
+    "_0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ");
+
 // A word is a maximal run of these. One that starts with a digit is a number-like word.
-constexpr bool IsWordChar(char c) { return IsWordStart(c) || IsDigit(c); }
+constexpr bool IsWordChar(char c) { return wordCharacters.Has(c); }
 
 // Blanks only.
-std::size_t SkipSpaces(std::string_view text, std::size_t from);
+constexpr std::size_t SkipSpaces(std::string_view text, std::size_t from) {
+    while (from < text.size() && text[from] == ' ') ++from;
+    return from;
+}
+
+inline constexpr CharacterSet whiteCharacters(" \t\n");
 
 // Blanks, tabs and line feeds.
-std::size_t SkipWhite(std::string_view text, std::size_t from);
+constexpr std::size_t SkipWhite(std::string_view text, std::size_t from) {
+    while (from < text.size() && whiteCharacters.Has(text[from])) ++from;
+    return from;
+}
 
 // The first position at or behind `from` that is no word character.
-std::size_t FindWordEnd(std::string_view text, std::size_t from);
+constexpr std::size_t FindWordEnd(std::string_view text, std::size_t from) {
+    while (from < text.size() && IsWordChar(text[from])) ++from;
+    return from;
+}
 
 // The first position at or behind `from` that is neither a word character nor a point.
-std::size_t FindNumberEnd(std::string_view text, std::size_t from);
+constexpr std::size_t FindNumberEnd(std::string_view text, std::size_t from) {
+    while (from < text.size() && (IsWordChar(text[from]) || text[from] == '.')) ++from;
+    return from;
+}
 
 // The position behind the string that opens with the `"` at `quote`; the text's size when the
 // string is not closed. There is no escape of any kind.
@@ -64,23 +98,6 @@ std::size_t FindOpeningBracket(std::string_view text, std::size_t close, std::si
 // The first `,` at or behind `from` with as many `(` as `)` between. A `)` does not stop the scan:
 // the caller's text ends at the closing bracket.
 std::size_t FindTopLevelComma(std::string_view text, std::size_t from);
-
-// A set of characters that is asked once for each character of a text.
-class CharacterSet {
-public:
-    constexpr explicit CharacterSet(std::string_view characters) {
-        for (const char c : characters) members[static_cast<unsigned char>(c)] = true;
-    }
-    constexpr bool Has(char c) const { return members[static_cast<unsigned char>(c)]; }
-    // The first member at or behind `from`; the text's size when there is none.
-    constexpr std::size_t Find(std::string_view text, std::size_t from) const {
-        while (from < text.size() && !Has(text[from])) ++from;
-        return from;
-    }
-
-private:
-    bool members[256] = {};
-};
 
 // The length of every piece of a sheet that a message shows.
 inline constexpr std::size_t messageLimit = 30;
