@@ -1,5 +1,7 @@
 #include "core/operator_rewriting.h"
 
+#include <array>
+#include <cstdint>
 #include <optional>
 #include <span>
 
@@ -21,34 +23,34 @@ bool PieceChain::Read(std::string_view text, std::size_t most, const RunStop* st
     std::size_t at = 0;
     while (at < text.size()) {
         if (pieces.size() > most || IsStopAsked(stop)) return false;
+        const char first = text[at];
         std::size_t end = at + 1;
-        if (IsWordChar(text[at])) end = FindWordEnd(text, at);
-        if (text[at] == ' ') end = SkipSpaces(text, at);
-        Append(text.substr(at, end - at));
+        if (IsWordChar(first)) {
+            end = FindWordEnd(text, end);
+            Insert(End(), text.substr(at, end - at), Kind::word);
+        } else if (first == ' ') {
+            end = SkipSpaces(text, end);
+            Insert(End(), text.substr(at, end - at), Kind::blanks);
+        } else if (first == '(' || first == ')') {
+            AppendBracket(text.substr(at, 1));
+        } else {
+            InsertSign(End(), text.substr(at, 1));
+        }
         at = end;
     }
     return true;
 }
 
-void PieceChain::Append(std::string_view text) {
-    switch (text.front()) {
-        case '(':
-            openBrackets.push_back(Insert(End(), text, Kind::open));
-            return;
-        case ')': {
-            const Index close = Insert(End(), text, Kind::close);
-            if (openBrackets.empty()) return;
-            pieces[close].partner = openBrackets.back();
-            pieces[openBrackets.back()].partner = close;
-            openBrackets.pop_back();
-            return;
-        }
-        case ' ':
-            Insert(End(), text, Kind::blanks);
-            return;
-        default:
-            Insert(End(), text, IsWordChar(text.front()) ? Kind::word : Kind::other);
+void PieceChain::AppendBracket(std::string_view text) {
+    if (text.front() == '(') {
+        openBrackets.push_back(Insert(End(), text, Kind::open));
+        return;
     }
+    const Index close = Insert(End(), text, Kind::close);
+    if (openBrackets.empty()) return;
+    pieces[close].partner = openBrackets.back();
+    pieces[openBrackets.back()].partner = close;
+    openBrackets.pop_back();
 }
 
 std::string PieceChain::Text() const {
@@ -76,12 +78,21 @@ Index PieceChain::Insert(Index before, std::string_view text, Kind kind) {
     return index;
 }
 
+void PieceChain::InsertSign(Index before, std::string_view text) {
+    pieces[Insert(before, text, Kind::other)].sign = text.front();
+}
+
 void PieceChain::Wrap(Index first, Index last, std::string_view name, std::string_view extra) {
     Insert(first, name, Kind::word);
     const Index open = Insert(first, "(", Kind::open);
     const Index behind = pieces[last].next;
     for (std::size_t at = 0; at < extra.size(); ++at) {
-        Insert(behind, extra.substr(at, 1), IsWordChar(extra[at]) ? Kind::word : Kind::other);
+        const std::string_view piece = extra.substr(at, 1);
+        if (IsWordChar(extra[at])) {
+            Insert(behind, piece, Kind::word);
+        } else {
+            InsertSign(behind, piece);
+        }
     }
     const Index close = Insert(behind, ")", Kind::close);
     pieces[open].partner = close;
@@ -90,7 +101,7 @@ void PieceChain::Wrap(Index first, Index last, std::string_view name, std::strin
 
 void PieceChain::SeparateByComma(Index left, Index right) {
     RemoveBetween(left, right);
-    Insert(right, ",", Kind::other);
+    InsertSign(right, ",");
 }
 
 void PieceChain::RemoveBetween(Index left, Index right) {
@@ -101,6 +112,7 @@ void PieceChain::RemoveBetween(Index left, Index right) {
 void PieceChain::Blank(Index index) {
     pieces[index].text = " ";
     pieces[index].kind = Kind::blanks;
+    pieces[index].sign = '\0';
 }
 
 // --- operands
@@ -138,7 +150,7 @@ std::optional<Operand> LeftOperand(const PieceChain& chain, Index operatorPiece)
 std::optional<Operand> RightOperand(const PieceChain& chain, Index operatorPiece) {
     const Index first = chain.SkipBlanks(chain[operatorPiece].next);
     Index last = first;
-    while (chain.Is(last, "+") || chain.Is(last, "-") || chain[last].kind == Kind::blanks) {
+    while (chain.Is(last, '+') || chain.Is(last, '-') || chain[last].kind == Kind::blanks) {
         last = chain[last].next;
     }
     if (chain[last].kind == Kind::open) return Operand{first, chain[last].partner};
@@ -199,9 +211,18 @@ struct RewriteContext {
 };
 
 bool StandsAt(const PieceChain& chain, Index at, std::string_view operatorText) {
-    if (operatorText.size() == 1) return chain.Is(at, operatorText);
-    return chain.Is(at, operatorText.substr(0, 1)) &&
-           chain.Is(chain[at].next, operatorText.substr(1, 1));
+    if (!chain.Is(at, operatorText.front())) return false;
+    return operatorText.size() == 1 || chain.Is(chain[at].next, operatorText.back());
+}
+
+// The first of the operators that stands there; null when there is none.
+const BinaryOperator* OperatorAt(const PieceChain& chain, Index at,
+                                 std::span<const BinaryOperator> operators) {
+    if (chain[at].kind != Kind::other) return nullptr;
+    for (const BinaryOperator& candidate : operators) {
+        if (StandsAt(chain, at, candidate.text)) return &candidate;
+    }
+    return nullptr;
 }
 
 bool IsAnywhere(const PieceChain&, Index) { return true; }
@@ -220,10 +241,7 @@ void RewriteLevel(RewriteContext& context, std::span<const BinaryOperator> opera
     PieceChain& chain = context.chain;
     Index at = chain.First();
     while (at != PieceChain::End() && !IsStopAsked(context.stop)) {
-        const BinaryOperator* found = nullptr;
-        for (const BinaryOperator& candidate : operators) {
-            if (found == nullptr && StandsAt(chain, at, candidate.text)) found = &candidate;
-        }
+        const BinaryOperator* const found = OperatorAt(chain, at, operators);
         if (found == nullptr || !applies(chain, at)) {
             at = chain[at].next;
             continue;
@@ -237,7 +255,7 @@ void RewriteFactorials(RewriteContext& context) {
     PieceChain& chain = context.chain;
     for (Index at = chain.First(); at != PieceChain::End() && !IsStopAsked(context.stop);
          at = chain[at].next) {
-        if (!chain.Is(at, "!")) continue;
+        if (!chain.Is(at, '!')) continue;
         const std::optional<Operand> operand = LeftOperand(chain, at);
         if (!operand) {
             context.errorText = OperatorError("C002-09", "!", context.sentence);
@@ -254,7 +272,7 @@ void BlankRemainingPlus(RewriteContext& context) {
     PieceChain& chain = context.chain;
     for (Index at = chain.First(); at != PieceChain::End() && !IsStopAsked(context.stop);
          at = chain[at].next) {
-        if (chain.Is(at, "+")) chain.Blank(at);
+        if (chain.Is(at, '+')) chain.Blank(at);
     }
 }
 
@@ -262,7 +280,7 @@ void RewriteRemainingMinus(RewriteContext& context) {
     PieceChain& chain = context.chain;
     for (Index at = chain.First(); at != PieceChain::End() && !IsStopAsked(context.stop);
          at = chain[at].next) {
-        if (!chain.Is(at, "-")) continue;
+        if (!chain.Is(at, '-')) continue;
         const std::optional<Operand> operand = RightOperand(chain, at);
         if (!operand) {
             context.errorText = OperatorError("C002-10", "-", context.sentence);
@@ -274,8 +292,32 @@ void RewriteRemainingMinus(RewriteContext& context) {
     }
 }
 
+// Which operator signs a text holds, one bit for each.
+class SignSet {
+public:
+    constexpr SignSet() = default;
+    constexpr explicit SignSet(std::string_view text) {
+        for (const char c : text) bits |= bitOf[static_cast<unsigned char>(c)];
+    }
+    bool IsEmpty() const { return bits == 0; }
+    bool HasAny(SignSet others) const { return (bits & others.bits) != 0; }
+
+private:
+    static constexpr auto bitOf = [] {
+        std::array<std::uint16_t, 256> table{};
+        std::uint16_t bit = 1;
+        for (const unsigned char c : std::string_view("|!^<>*/%=+-")) {
+            table[c] = bit;
+            bit = static_cast<std::uint16_t>(bit << 1);
+        }
+        return table;
+    }();
+
+    std::uint16_t bits = 0;
+};
+
 struct RewritePass {
-    std::string_view signs;  // the pass has nothing to do in a text without any of them
+    SignSet signs;  // the pass has nothing to do in a text without any of them
     void (*rewrite)(RewriteContext& context);
 };
 
@@ -287,14 +329,15 @@ void RewriteBinary(RewriteContext& context) {
 // Precedence is the order of the rows. Kept: comparisons bind tighter than plus and minus, and a
 // leading minus loosest of all, so -2^2 is -4.
 constexpr RewritePass rewritePasses[] = {
-    {"!", RewriteFactorials},
-    {"^", RewriteBinary<powerOperators>},
-    {"<>", RewriteBinary<shiftOperators>},
-    {"*/%", RewriteBinary<productOperators>},
-    {"<>=", RewriteBinary<comparisonOperators>},
-    {"+-", [](RewriteContext& context) { RewriteLevel(context, signOperators, IsBinarySign); }},
-    {"+", BlankRemainingPlus},
-    {"-", RewriteRemainingMinus},
+    {SignSet("!"), RewriteFactorials},
+    {SignSet("^"), RewriteBinary<powerOperators>},
+    {SignSet("<>"), RewriteBinary<shiftOperators>},
+    {SignSet("*/%"), RewriteBinary<productOperators>},
+    {SignSet("<>="), RewriteBinary<comparisonOperators>},
+    {SignSet("+-"),
+     [](RewriteContext& context) { RewriteLevel(context, signOperators, IsBinarySign); }},
+    {SignSet("+"), BlankRemainingPlus},
+    {SignSet("-"), RewriteRemainingMinus},
 };
 
 // Every pair of bars becomes a call of abs, from the left, without nesting. Between the bars no
@@ -325,33 +368,22 @@ bool RewriteBars(EditBuffer& buffer, int sentence, std::string& errorText) {
     return errorText.empty();
 }
 
-constexpr CharacterSet operatorSigns("|!^<>*/%=+-");
-
-// The operator signs that a text holds, each once.
-std::string FindSigns(std::string_view text) {
-    std::string found;
-    for (const char c : text) {
-        if (operatorSigns.Has(c) && found.find(c) == std::string::npos) found += c;
-    }
-    return found;
-}
-
 // A text of more pieces is refused: with a call around each operator they would take 4 GB.
 constexpr std::size_t mostPieces = std::size_t{1} << 24;
 
 // Runs the passes over one sentence. What was rewritten until a failure stays.
 void RewriteSentence(PieceChain& chain, EditBuffer& buffer, int sentence, std::string& errorText,
                      const RunStop* stop) {
-    const std::string signs = FindSigns(buffer.View());
-    if (signs.empty()) return;
-    if (!RewriteBars(buffer, sentence, errorText)) return;
+    const SignSet signs(buffer.View());
+    if (signs.IsEmpty()) return;
+    if (signs.HasAny(SignSet("|")) && !RewriteBars(buffer, sentence, errorText)) return;
     if (!chain.Read(buffer.View(), mostPieces, stop)) {
         errorText = FillForm("C002-12: sentence %d is too long.", {NumberOf(sentence)});
         return;
     }
     RewriteContext context{chain, sentence, errorText, stop};
     for (const RewritePass& pass : rewritePasses) {
-        if (signs.find_first_of(pass.signs) == std::string::npos) continue;
+        if (!signs.HasAny(pass.signs)) continue;
         pass.rewrite(context);
         if (IsStopAsked(stop)) return;
         if (!errorText.empty()) break;

@@ -30,6 +30,7 @@ public:
         Index next = 0;
         Index partner = 0;  // of a bracket: its other half
         Kind kind = Kind::end;
+        char sign = '\0';  // of a piece of kind `other`: its character
     };
 
     // A view of the text is kept until the chain reads another one. False for a text of more than
@@ -42,9 +43,10 @@ public:
     Index First() const { return pieces[End()].next; }
     static constexpr Index End() { return 0; }
     const Piece& operator[](Index index) const { return pieces[index]; }
-    bool Is(Index index, std::string_view text) const { return pieces[index].text == text; }
+    // Whether the piece is this character, which is no bracket and no blank.
+    bool Is(Index index, char sign) const { return pieces[index].sign == sign; }
     bool IsWordPart(Index index) const {
-        return pieces[index].kind == Kind::word || Is(index, ".");
+        return pieces[index].kind == Kind::word || Is(index, '.');
     }
     Index SkipBlanks(Index from) const;
     Index SkipBlanksBack(Index from) const;
@@ -58,7 +60,8 @@ public:
 
 private:
     Index Insert(Index before, std::string_view text, Kind kind);
-    void Append(std::string_view text);
+    void InsertSign(Index before, std::string_view text);
+    void AppendBracket(std::string_view text);
 
     std::vector<Piece> pieces;
     std::vector<Index> openBrackets;  // of the reading under way

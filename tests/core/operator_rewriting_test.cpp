@@ -302,7 +302,7 @@ StagedText Rewritten(std::string_view text, std::string_view found, std::string_
     PieceChain chain;
     chain.Read(text);
     PieceChain::Index position = chain.First();
-    while (position != PieceChain::End() && !chain.Is(position, found)) {
+    while (position != PieceChain::End() && !chain.Is(position, found.front())) {
         position = chain[position].next;
     }
     StagedText staged;
