@@ -54,8 +54,38 @@ double ReadSaturated(std::string_view digits, unsigned base) {
 }
 
 bool IsDecimalForm(std::string_view run) {
-    return std::all_of(run.begin(), run.end(), [](char c) { return IsDigit(c) || c == '.'; }) &&
-           std::count(run.begin(), run.end(), '.') < 2;
+    int points = 0;
+    for (const char c : run) {
+        if (c == '.') ++points;
+        if (points > 1 || (!IsDigit(c) && c != '.')) return false;
+    }
+    return true;
+}
+
+// A double holds every whole number of that many digits, and every power of ten that goes with it.
+constexpr std::size_t exactDigits = 15;
+constexpr double powersOfTen[exactDigits + 1] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
+// The value of a run of digits with at most one point, for nearly all that people write: both
+// parts of the quotient are exact, so it is rounded once, as from_chars rounds. False for any other
+// run.
+bool ReadShortDecimal(std::string_view run, double& value) {
+    if (run.size() > exactDigits) return false;
+    std::int64_t digits = 0;
+    std::size_t point = run.size();
+    for (std::size_t at = 0; at < run.size(); ++at) {
+        if (IsDigit(run[at])) {
+            digits = digits * 10 + (run[at] - '0');
+        } else if (run[at] == '.' && point == run.size()) {
+            point = at;
+        } else {
+            return false;
+        }
+    }
+    value = static_cast<double>(digits);
+    if (point < run.size()) value /= powersOfTen[run.size() - point - 1];
+    return true;
 }
 
 // `run` holds digits and at most one point, and starts with a digit.
@@ -71,6 +101,8 @@ double ReadDecimal(std::string_view run) {
 
 // The value of a run that starts with a digit and ends where neither word nor point goes on.
 std::optional<double> ReadRun(std::string_view run) {
+    double value = 0.0;
+    if (ReadShortDecimal(run, value)) return value;
     const BaseForm* form = FindBaseForm(run);
     if (form != nullptr && run.size() >= 3 && run.find('.') == std::string_view::npos) {
         const std::string_view digits = run.substr(2);
@@ -88,9 +120,24 @@ std::size_t WriteFixed(std::span<char> room, double value, int decimals) {
     return static_cast<std::size_t>(written.ptr - room.data());
 }
 
+// A whole number, not 0, of no more digits than a double holds: nothing is left behind its point
+// when the zeros go, and with no point they go from the number itself.
+std::string FormatWhole(std::int64_t number, bool hasPoint, bool showPlus) {
+    std::array<char, 24> room;
+    char* const digits = room.data() + 1;
+    char* end = std::to_chars(digits, room.data() + room.size(), number).ptr;
+    while (!hasPoint && end[-1] == '0') --end;
+    room.front() = '+';
+    return std::string(showPlus && number > 0 ? room.data() : digits, end);
+}
+
 }  // namespace
 
 std::optional<double> ParseNumberLiteral(std::string_view text) {
+    double shortValue = 0.0;
+    const bool hasDigit = !text.empty() && IsDigit(text.front());
+    if (hasDigit && ReadShortDecimal(text, shortValue)) return shortValue;
+
     const std::size_t signsEnd = std::min(text.find_first_not_of("+- "), text.size());
     if (signsEnd == text.size() || !IsDigit(text[signsEnd])) return std::nullopt;
     const auto minusCount = std::count(text.begin(), text.begin() + signsEnd, '-');
@@ -123,7 +170,7 @@ std::string FormatFixed(double value, int decimals, bool showPlus) {
     decimals = std::min(decimals, mostDecimals);
 
     std::string text;
-    if (showPlus && !std::signbit(value)) text = "+";
+    if (showPlus && !std::signbit(value)) text.push_back('+');
     // Nearly every number fits here; only one with very many decimals needs more.
     std::array<char, 512> digits;
     const std::size_t longest = longestInteger + static_cast<std::size_t>(decimals) + 3;
@@ -138,6 +185,10 @@ std::string FormatFixed(double value, int decimals, bool showPlus) {
 }
 
 std::string FormatStripped(double value, int decimals, bool showPlus) {
+    constexpr double largestWhole = 1e15;
+    if (std::abs(value) < largestWhole && value == std::trunc(value) && value != 0.0) {
+        return FormatWhole(static_cast<std::int64_t>(value), decimals != 0, showPlus);
+    }
     std::string text = FormatFixed(value, decimals, showPlus);
     while (!text.empty() && text.back() == '0') text.pop_back();
     if (!text.empty() && text.back() == '.') text.pop_back();

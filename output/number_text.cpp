@@ -10,7 +10,6 @@ std::string FormatNumber(double value, const CalcParameters& parameters) {
     std::string text = FormatStripped(value, parameters.floatPrecision, parameters.showSign);
     // A negative number that rounded away reads as zero; its minus would tell nothing.
     if (text == "-0") return zero;
-    text.shrink_to_fit();  // a report keeps one for each line
     return text;
 }
 

@@ -2,11 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <random>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tests/support/sheet_run.h"
 
@@ -245,6 +248,59 @@ TEST(FormatForSentence, GivesATextThatReadsBack) {
 TEST(FormatForSentence, RefusesWhatIsNotFinite) {
     for (const double value : {infinity, -infinity, std::nan("")}) {
         EXPECT_FALSE(FormatForSentence(value).has_value());
+    }
+}
+
+// --- the short ways against the general conversions
+
+TEST(ParseNumberLiteral, ReadsShortDecimalsAsTheGeneralConversionDoes) {
+    std::mt19937_64 random(7);
+    for (int i = 0; i < 200'000; ++i) {
+        const std::size_t length = 1 + random() % 18;
+        std::string text;
+        while (text.size() < length) text += static_cast<char>('0' + random() % 10);
+        const std::size_t point = 1 + random() % 20;
+        if (point <= text.size()) text.insert(point, 1, '.');
+        double expected = 0.0;
+        std::from_chars(text.data(), text.data() + text.size(), expected);
+        const std::optional<double> number = ParseNumberLiteral(text);
+        ASSERT_TRUE(number.has_value()) << text;
+        ASSERT_TRUE(SameBits(*number, expected)) << text;
+    }
+}
+
+// What FormatStripped promises, from the text with all decimals.
+std::string StrippedPlainly(double value, int decimals, bool showPlus) {
+    std::string text = FormatFixed(value, decimals, showPlus);
+    text.resize(text.find_last_not_of('0') + 1);
+    if (text.ends_with('.')) text.pop_back();
+    return text;
+}
+
+TEST(FormatStripped, WritesWholeNumbersAsItWritesAnyOther) {
+    std::mt19937_64 random(11);
+    std::vector<double> values = {0.0,      -0.0,
+                                  1.0,      -1.0,
+                                  10.0,     -1200.0,
+                                  1e15,     -1e15,
+                                  1e16,     999999999999999.0,
+                                  0.5,      -0.25,
+                                  1e22,     1e300,
+                                  123.0,    4503599627370496.0,
+                                  infinity, -infinity};
+    for (int i = 0; i < 20'000; ++i) {
+        const double range = std::pow(10.0, static_cast<double>(random() % 19));
+        const double whole = std::floor(range * (static_cast<double>(random() % 1000) / 1000.0));
+        values.push_back(random() % 2 == 0 ? whole : -whole);
+    }
+    for (const double value : values) {
+        for (const int decimals : {-1, 0, 1, 2, 32}) {
+            for (const bool showPlus : {false, true}) {
+                ASSERT_EQ(FormatStripped(value, decimals, showPlus),
+                          StrippedPlainly(value, decimals, showPlus))
+                    << value << " with " << decimals;
+            }
+        }
     }
 }
 
