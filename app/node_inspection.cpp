@@ -48,7 +48,7 @@ private:
 // Why the sentence has no tree; empty where it has one.
 std::string ReasonAgainst(const Sentence& sentence, int index) {
     if (sentence.IsCalculation()) return {};
-    return "Sentence " + std::to_string(index + 1) + " is a " + sentence.header +
+    return "Sentence " + std::to_string(index + 1) + " is a " + std::string(sentence.header) +
            ". Only formulas have nodes.";
 }
 
@@ -59,8 +59,8 @@ void TakeRun(FinishedRun run, int index, InspectedSentence& inspected) {
     }
     inspected.sentences = std::move(run.sentences);
     Sentence& sentence = inspected.sentences[index];
-    for (auto& other : inspected.sentences) {
-        if (other.get() != &sentence) other->DropTree();
+    for (Sentence* other : inspected.sentences) {
+        if (other != &sentence) other->DropTree();
     }
     inspected.message = ReasonAgainst(sentence, index);
     if (inspected.message.empty()) inspected.root = &sentence.root;

@@ -36,7 +36,7 @@ std::optional<std::string> WriteCurves(const std::string& folder, const std::str
 // What failed in the sheet goes to the standard error: the files hold the points up to there.
 void PrintSheetErrors(const FinishedRun& run) {
     if (!run.errorText.empty()) PrintError(run.errorText);
-    for (const auto& sentence : run.sentences) {
+    for (const Sentence* sentence : run.sentences) {
         if (!sentence->error.empty()) PrintError(sentence->error);
     }
 }

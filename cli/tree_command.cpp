@@ -96,11 +96,11 @@ void AppendTree(PiecewiseText& output, FunctionNode& root) {
 void AppendSentence(PiecewiseText& output, Sentence& sentence, int number) {
     std::string& end = output.End();
     end += "Sentence " + std::to_string(number);
-    if (!sentence.header.empty()) end += ", " + sentence.header;
-    if (!sentence.name.empty()) end += ", " + sentence.name;
+    if (!sentence.header.empty()) end.append(", ").append(sentence.header);
+    if (!sentence.name.empty()) end.append(", ").append(sentence.name);
     end += '\n';
     AppendTree(output, sentence.root);
-    if (!sentence.error.empty()) output.End() += "  " + sentence.error + "\n";
+    if (!sentence.error.empty()) output.End().append("  ").append(sentence.error) += '\n';
 }
 
 void PrintTrees(const FinishedRun& run, PrintedOutput& output) {

@@ -1,6 +1,8 @@
 #include "core/compile_sheet.h"
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 #include "core/compile_stages.h"
 #include "core/evaluation.h"
@@ -94,9 +96,17 @@ bool EndStopped(CompileRun& compile, bool isLast, int countBefore) {
 bool BuildAndEvaluate(SentenceList& sentences, const CalcParameters& parameters, bool keepTrees,
                       std::string& errorText) {
     bool succeeded = true;
+    // Where trees go, one pool serves one after the other; most find room in its first block.
+    constexpr std::size_t usualTree = 32;
+    std::unique_ptr<NodePool> spare;
+    if (!keepTrees) {
+        spare = std::make_unique<NodePool>();
+        spare->Reserve(usualTree);
+    }
     for (int index = 0; index < sentences.Count(); ++index) {
         Sentence& sentence = sentences[index];
         if (sentence.IsCalculation()) {
+            sentence.nodes = std::move(spare);
             BuildAndEvaluateOne(sentences, index, parameters, keepTrees, errorText);
         }
         if (IsStopAsked(parameters.stop)) {
@@ -104,7 +114,10 @@ bool BuildAndEvaluate(SentenceList& sentences, const CalcParameters& parameters,
             errorText.clear();
             return false;
         }
-        if (!keepTrees) sentence.DropTree();
+        if (!keepTrees && sentence.nodes) {
+            spare = sentence.DropTree();
+            spare->Reset();
+        }
         if (errorText.empty()) continue;
         sentence.error = std::move(errorText);
         errorText.clear();

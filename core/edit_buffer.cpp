@@ -8,18 +8,27 @@ namespace orvane {
 
 namespace {
 
-std::unique_ptr<char[]> MakeRoom(std::size_t capacity) {
-    return std::unique_ptr<char[]>(new char[capacity + 1]);
-}
+using Room = std::unique_ptr<char[], RoomOwner>;
+
+Room MakeRoom(std::size_t capacity) { return Room(new char[capacity + 1]); }
 
 }  // namespace
 
-EditBuffer::EditBuffer(std::string_view text)
-    : data(MakeRoom(text.size())),
-      capacity(static_cast<std::int32_t>(text.size())),
-      length(capacity) {
+EditBuffer::EditBuffer(std::string_view text) : EditBuffer(OfLength(text.size())) {
     text.copy(data.get(), text.size());
-    data[text.size()] = '\0';
+}
+
+EditBuffer EditBuffer::OfLength(std::size_t size) {
+    EditBuffer made;
+    made.data = MakeRoom(size);
+    made.data[size] = '\0';
+    made.capacity = made.length = static_cast<std::int32_t>(size);
+    return made;
+}
+
+EditBuffer::EditBuffer(char* room, std::size_t size)
+    : data(room, RoomOwner{true}), capacity(static_cast<std::int32_t>(size)), length(capacity) {
+    room[size] = '\0';
 }
 
 char* EditBuffer::Data() {
@@ -38,6 +47,14 @@ void EditBuffer::Assign(std::string_view text) {
     if (!text.empty()) std::memmove(data.get(), text.data(), text.size());
     length = size;
     data[text.size()] = '\0';
+}
+
+void EditBuffer::AssignExactly(std::string_view text) {
+    if (data.get_deleter().isLent && text.size() <= static_cast<std::size_t>(capacity)) {
+        Assign(text);
+    } else {
+        *this = EditBuffer(text);
+    }
 }
 
 void EditBuffer::Replace(std::size_t from, std::size_t to, std::string_view newText) {
@@ -70,7 +87,8 @@ bool EditBuffer::ReplaceByNumber(std::size_t from, std::size_t to, double value)
 void EditBuffer::Fit() {
     // A little room is not worth a move.
     constexpr std::int32_t worthWhile = 256;
-    if (capacity - length >= worthWhile) *this = EditBuffer(View());
+    if (capacity - length < worthWhile || data.get_deleter().isLent) return;
+    *this = EditBuffer(View());
 }
 
 ForwardEdit::ForwardEdit(EditBuffer& buffer) : target(buffer), ahead(buffer.View()) {}
@@ -78,7 +96,7 @@ ForwardEdit::ForwardEdit(EditBuffer& buffer) : target(buffer), ahead(buffer.View
 ForwardEdit::~ForwardEdit() {
     if (!changed) return;
     behind.append(ahead, position);
-    target = EditBuffer(behind);
+    target.AssignExactly(behind);
 }
 
 void ForwardEdit::Pass(std::size_t count) {

@@ -8,11 +8,20 @@
 
 namespace orvane {
 
+// Frees a room that is not lent.
+struct RoomOwner {
+    bool isLent = false;
+    void operator()(char* room) const {
+        if (!isLent) std::default_delete<char[]>()(room);
+    }
+};
+
 // A sentence's working text, with a NUL behind it. When it must grow it takes 4096 characters more
 // than it needs, so that a run of small growths costs one move; every pointer and view into it is
 // stale then. `Fit` gives much spare room back between stages: a large sheet has many sentences.
+// A buffer may start on room that is lent to it, and takes its own with its first growth.
 struct EditBuffer {
-    std::unique_ptr<char[]> data;
+    std::unique_ptr<char[], RoomOwner> data;
     std::int32_t capacity = 0;  // characters that fit, the NUL not counted
     std::int32_t length = 0;
 
@@ -21,6 +30,11 @@ struct EditBuffer {
     EditBuffer() = default;
     // Starts with exactly the room that the text needs.
     explicit EditBuffer(std::string_view text);
+    // That many characters that are still to be written, and no more room.
+    static EditBuffer OfLength(std::size_t size);
+    // Starts on the first `size` characters of a room that outlives it, as they are. The room has
+    // one character more, which becomes the NUL.
+    EditBuffer(char* room, std::size_t size);
 
     // Never null; the characters end with a NUL.
     char* Data();
@@ -31,6 +45,8 @@ struct EditBuffer {
     }
 
     void Assign(std::string_view text);
+    // The same with no room to spare, unless it is lent. `text` must not lie in this buffer.
+    void AssignExactly(std::string_view text);
     // Puts `newText` in place of [from, to). `newText` must not lie in this buffer.
     void Replace(std::size_t from, std::size_t to, std::string_view newText);
     void Remove(std::size_t from, std::size_t to);

@@ -1,5 +1,7 @@
 #include "core/function_node.h"
 
+#include <memory>
+
 namespace orvane {
 
 FunctionNode* NextInTree(const FunctionNode* top, FunctionNode* node, bool intoChildren) {
@@ -13,14 +15,25 @@ FunctionNode* NextInTree(const FunctionNode* top, FunctionNode* node, bool intoC
 
 void NodePool::Reserve(std::size_t count) {
     if (count <= unused.size()) return;
-    blocks.push_back(std::make_unique<FunctionNode[]>(count));
-    unused = {blocks.back().get(), count};
+    blocks.emplace_back(count);
+    unused = blocks.back();
 }
 
 std::span<FunctionNode> NodePool::Take(std::size_t count) {
     const std::span<FunctionNode> taken = unused.first(count);
     unused = unused.subspan(count);
     return taken;
+}
+
+void NodePool::Reset() {
+    if (blocks.empty()) return;
+    const bool isFirst = blocks.size() == 1;
+    blocks.resize(1);
+    std::span<FunctionNode> used = blocks.front();
+    if (isFirst) used = used.first(used.size() - unused.size());
+    std::ranges::destroy(used);
+    std::ranges::uninitialized_default_construct(used);
+    unused = blocks.front();
 }
 
 void ExpandVariable(FunctionNode& node, std::string_view variableName, double value) {

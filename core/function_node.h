@@ -52,17 +52,20 @@ struct FunctionNode {
 FunctionNode* NextInTree(const FunctionNode* top, FunctionNode* node, bool intoChildren = true);
 
 // Owns the nodes below a sentence's root. Room is taken once for a whole tree, whose size is known
-// from its text; children of one node are neighbours.
+// from its text; children of one node are neighbours. When the tree is no longer needed, the pool
+// can serve the next one.
 class NodePool {
 public:
     // Room for this many more nodes. Nodes handed out before stay where they are.
     void Reserve(std::size_t count);
     // That many fresh nodes in a row; no more than were reserved.
     std::span<FunctionNode> Take(std::size_t count);
+    // Takes all nodes back, and makes them fresh. Room beyond the first block goes.
+    void Reset();
 
 private:
-    std::vector<std::unique_ptr<FunctionNode[]>> blocks;
-    std::span<FunctionNode> unused;  // the tail of the newest block
+    std::vector<std::vector<FunctionNode>> blocks;  // none ever grows
+    std::span<FunctionNode> unused;                 // the tail of the newest block
 };
 
 // One step of a sweep: every variable node of this name takes the value and counts as evaluated;

@@ -1,8 +1,9 @@
 #include "core/node_builder.h"
 
 #include <algorithm>
+#include <array>
+#include <memory>
 #include <optional>
-#include <vector>
 
 #include "core/error_text.h"
 #include "core/number_literal.h"
@@ -17,25 +18,50 @@ namespace {
 
 constexpr std::int32_t none = -1;
 
+// So many elements, not set, which take memory of their own only when there are more than `few`:
+// most formulas are short.
+template <typename Element, std::size_t few>
+class ScratchArray {
+public:
+    explicit ScratchArray(std::size_t count)
+        : many(count > few ? std::make_unique_for_overwrite<Element[]>(count) : nullptr),
+          first(many ? many.get() : own.data()) {}
+    ScratchArray(const ScratchArray&) = delete;
+    ScratchArray& operator=(const ScratchArray&) = delete;
+
+    Element& operator[](std::size_t index) { return first[index]; }
+    const Element& operator[](std::size_t index) const { return first[index]; }
+
+private:
+    std::array<Element, few> own;
+    std::unique_ptr<Element[]> many;
+    Element* first;
+};
+
 // Where the brackets of a text close and how their commas follow each other, read in one walk, so
 // that a list nested in lists is not scanned once for each of them.
 class BracketLinks {
 public:
-    explicit BracketLinks(std::string_view text) : links(text.size()) {
-        struct Open {
-            std::size_t bracket;
-            std::size_t lastMark;  // the bracket or the last comma of its list
-        };
-        std::vector<Open> open;
-        for (std::size_t at = 0; at < text.size(); ++at) {
-            if (text[at] == '(') open.push_back({at, at});
-            if (open.empty() || (text[at] != ',' && text[at] != ')')) continue;
-            links[open.back().lastMark].following = static_cast<std::int32_t>(at);
-            open.back().lastMark = at;
-            if (text[at] == ',') continue;
-            links[open.back().bracket].closing = static_cast<std::int32_t>(at);
-            open.pop_back();
+    explicit BracketLinks(std::string_view wholeText) : text(wholeText), links(text.size()) {
+        static constexpr CharacterSet marks("(,)");
+        for (std::size_t at = marks.Find(text, 0); at < text.size();
+             at = marks.Find(text, at + 1)) {
+            const auto mark = static_cast<std::int32_t>(at);
+            links[at] = {none, none};
+            if (text[at] == '(') {
+                links[at].closing = lastMark;
+                lastMark = mark;
+            } else if (lastMark != none) {
+                LinkAt(lastMark).following = mark;
+                if (text[at] == ',') {
+                    links[at].closing = ListOf(lastMark);
+                    lastMark = mark;
+                } else {
+                    CloseList(mark);
+                }
+            }
         }
+        while (lastMark != none) CloseList(none);
     }
 
     // The `)` of the `(` at a position, or none.
@@ -44,11 +70,27 @@ public:
     std::int32_t Following(std::size_t mark) const { return links[mark].following; }
 
 private:
+    // While a list is open, `closing` of its bracket is the last mark of the list around it, which
+    // goes on there, and `closing` of a comma is the bracket of its list.
     struct Link {
-        std::int32_t closing = none;
-        std::int32_t following = none;
+        std::int32_t closing;
+        std::int32_t following;
     };
-    std::vector<Link> links;
+
+    Link& LinkAt(std::int32_t mark) { return links[static_cast<std::size_t>(mark)]; }
+    // The bracket of the open list that a bracket or a comma belongs to.
+    std::int32_t ListOf(std::int32_t mark) {
+        return text[static_cast<std::size_t>(mark)] == '(' ? mark : LinkAt(mark).closing;
+    }
+    void CloseList(std::int32_t close) {
+        Link& bracket = LinkAt(ListOf(lastMark));
+        lastMark = bracket.closing;
+        bracket.closing = close;
+    }
+
+    std::string_view text;
+    ScratchArray<Link, 128> links;  // of other characters than brackets and commas not set
+    std::int32_t lastMark = none;   // of the innermost open list
 };
 
 constexpr ErrorCode wrongForm = {"E002-", "01"};
@@ -64,7 +106,7 @@ public:
                 const RunStop* runStop, std::string& error)
         : sentences(list),
           sentenceIndex(sentence),
-          pool(list[sentence].nodes),
+          pool(PoolOf(list[sentence])),
           text(wholeText),
           links(wholeText),
           stop(runStop),
@@ -93,6 +135,11 @@ public:
     }
 
 private:
+    static NodePool& PoolOf(Sentence& sentence) {
+        if (!sentence.nodes) sentence.nodes = std::make_unique<NodePool>();
+        return *sentence.nodes;
+    }
+
     std::size_t PositionOf(std::string_view piece) const {
         return static_cast<std::size_t>(piece.data() - text.data());
     }

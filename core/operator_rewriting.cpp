@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <utility>
 
 #include "core/compile_stages.h"
 #include "core/error_text.h"
@@ -54,9 +55,22 @@ void PieceChain::AppendBracket(std::string_view text) {
 }
 
 std::string PieceChain::Text() const {
-    std::string text;
-    for (Index at = First(); at != End(); at = pieces[at].next) text += pieces[at].text;
+    std::string text(Length(), ' ');
+    CopyTo(text.data());
     return text;
+}
+
+std::size_t PieceChain::Length() const {
+    std::size_t length = 0;
+    for (Index at = First(); at != End(); at = pieces[at].next) length += pieces[at].text.size();
+    return length;
+}
+
+void PieceChain::CopyTo(char* room) const {
+    for (Index at = First(); at != End(); at = pieces[at].next) {
+        const std::string_view text = pieces[at].text;
+        room += text.copy(room, text.size());
+    }
 }
 
 Index PieceChain::SkipBlanks(Index from) const {
@@ -364,16 +378,36 @@ bool RewriteBars(EditBuffer& buffer, int sentence, std::string& errorText) {
         rewritten.append(text.substr(bar + 1, end - bar - 1)) += ')';
         at = end + 1;
     }
-    if (at > 0) buffer = EditBuffer(rewritten.append(text.substr(at)));
+    if (at > 0) buffer.AssignExactly(rewritten.append(text.substr(at)));
     return errorText.empty();
 }
 
 // A text of more pieces is refused: with a call around each operator they would take 4 GB.
 constexpr std::size_t mostPieces = std::size_t{1} << 24;
 
+// What one sentence after the other works with.
+struct Workroom {
+    PieceChain chain;
+    std::array<char, 512> shortText;
+};
+
+// The text of a chain that looks into the buffer.
+void StoreText(Workroom& room, EditBuffer& buffer) {
+    const std::size_t length = room.chain.Length();
+    if (length <= room.shortText.size()) {
+        room.chain.CopyTo(room.shortText.data());
+        buffer.AssignExactly({room.shortText.data(), length});
+    } else {
+        EditBuffer stored = EditBuffer::OfLength(length);
+        room.chain.CopyTo(stored.Data());
+        buffer = std::move(stored);
+    }
+}
+
 // Runs the passes over one sentence. What was rewritten until a failure stays.
-void RewriteSentence(PieceChain& chain, EditBuffer& buffer, int sentence, std::string& errorText,
+void RewriteSentence(Workroom& room, EditBuffer& buffer, int sentence, std::string& errorText,
                      const RunStop* stop) {
+    PieceChain& chain = room.chain;
     const SignSet signs(buffer.View());
     if (signs.IsEmpty()) return;
     if (signs.HasAny(SignSet("|")) && !RewriteBars(buffer, sentence, errorText)) return;
@@ -388,17 +422,17 @@ void RewriteSentence(PieceChain& chain, EditBuffer& buffer, int sentence, std::s
         if (IsStopAsked(stop)) return;
         if (!errorText.empty()) break;
     }
-    buffer = EditBuffer(chain.Text());
+    StoreText(room, buffer);
 }
 
 }  // namespace
 
 void RewriteOperators(SentenceList& sentences, std::string& errorText, const RunStop* stop) {
-    PieceChain chain;
+    Workroom room;
     for (int index = 0; index < sentences.Count() && !IsStopAsked(stop); ++index) {
         Sentence& sentence = sentences[index];
         if (!sentence.IsCalculation()) continue;
-        RewriteSentence(chain, sentence.text, index, errorText, stop);
+        RewriteSentence(room, sentence.text, index, errorText, stop);
         if (!errorText.empty()) return;
     }
 }

@@ -38,6 +38,10 @@ public:
     bool Read(std::string_view text, std::size_t most = std::size_t{1} << 31,
               const RunStop* stop = nullptr);
     std::string Text() const;
+    // Of the text.
+    std::size_t Length() const;
+    // Writes the text to a room of that length.
+    void CopyTo(char* room) const;
 
     // The pieces run from First() to End(), which stands in front of the first one as well.
     Index First() const { return pieces[End()].next; }

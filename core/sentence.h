@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/edit_buffer.h"
@@ -21,16 +22,19 @@ inline constexpr std::string_view defineHeader = "define";
 struct Sentence {
     std::string_view source;  // as it was cut from the sheet; never changed
     std::string error;        // what its own evaluation said; empty if nothing
-    std::string header;       // the word in front of a ':', or empty
-    std::string name;         // the word in front of a '=', or empty
+    std::string_view header;  // the word in front of a ':', or empty; it lies in the source
+    std::string_view name;    // the word in front of a '=', or empty; it lies in the source
     EditBuffer text;          // the working text; of a text sentence, what the report prints
-    NodePool nodes;           // what lies below the root
-    FunctionNode root;        // `root.evaluated` tells whether the sentence has a value
+    std::unique_ptr<NodePool> nodes;  // what lies below the root; none without a tree
+    FunctionNode root;                // `root.evaluated` tells whether the sentence has a value
 
-    explicit Sentence(std::string_view cut) : source(cut), text(cut) {}
+    explicit Sentence(std::string_view cut) : Sentence(cut, EditBuffer(cut)) {}
+    // `working` holds the characters of the cut.
+    Sentence(std::string_view cut, EditBuffer working) : source(cut), text(std::move(working)) {}
 
-    // Gives up what lies below the root; its value and its error stay.
-    void DropTree();
+    // Gives up what lies below the root; its value and its error stay. The pool that held it, if
+    // there was one, is handed out for the next tree.
+    std::unique_ptr<NodePool> DropTree();
 
     bool IsText() const { return header == textHeader; }
     bool IsDefine() const { return header == defineHeader; }
@@ -42,13 +46,16 @@ struct Sentence {
 // changes; its number in every message is that index + 1, and all kinds count.
 class SentenceList {
 public:
-    // Keeps a copy of the sheet and gives it back: sentences look into it for their sources.
-    std::string_view KeepSheet(std::string_view text) {
-        sheet.assign(text.begin(), text.end());
-        return {sheet.data(), sheet.size()};
-    }
-    // The cut must stay where it is as long as the sentence lives.
-    void Add(std::string_view cut) { sentences.push_back(std::make_unique<Sentence>(cut)); }
+    SentenceList() = default;
+    SentenceList(SentenceList&&) = default;
+    SentenceList& operator=(SentenceList&&) = default;
+
+    // Keeps the sheet and gives it back, before any sentence is cut from it: sentences look into it
+    // for their sources, and as much room again is there for their working texts.
+    std::string_view KeepSheet(std::string_view text);
+    // The cut must stay where it is as long as the sentence lives. Two cuts from the kept sheet
+    // have at least one character between them.
+    void Add(std::string_view cut);
     // Drops the sentences that hold only blanks, tabs and line feeds.
     void RemoveBlank();
     // Drops the sentences from index `count` on.
@@ -60,8 +67,7 @@ public:
     const Sentence& operator[](int index) const {
         return *sentences[static_cast<std::size_t>(index)];
     }
-    auto begin() { return sentences.begin(); }
-    auto end() { return sentences.end(); }
+    // Over pointers to the sentences.
     auto begin() const { return sentences.begin(); }
     auto end() const { return sentences.end(); }
 
@@ -80,11 +86,15 @@ public:
     int NextOfSameName(int index) const { return names.Next(index); }
 
 private:
+    EditBuffer WorkingText(std::string_view cut);
     std::string_view NameAt(int index) const { return (*this)[index].name; }
     int FirstOf(std::string_view name, bool (Sentence::*isOfKind)() const) const;
 
-    std::vector<char> sheet;  // stays where it is when the list is moved
-    std::vector<std::unique_ptr<Sentence>> sentences;
+    // All of these stay where they are when the list is moved.
+    std::vector<char> sheet;
+    std::unique_ptr<char[]> texts;              // as long, and a NUL: lent to short sentences
+    std::vector<std::vector<Sentence>> blocks;  // the owners; none ever grows
+    std::vector<Sentence*> sentences;
     NameIndex names;
     bool hasNamedDefines = false;
 };

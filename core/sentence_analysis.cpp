@@ -37,7 +37,7 @@ std::string CheckOrders(SentenceList& sentences, const RunStop* stop) {
                                            return check(sentences, index, stop);
                                        });
     if (message.empty()) return message;
-    for (auto& sentence : sentences) BlankLineFeeds(*sentence);
+    for (Sentence* sentence : sentences) BlankLineFeeds(*sentence);
     return message;
 }
 

@@ -71,7 +71,7 @@ std::string CheckLineStrings(std::string_view sheet) {
 }
 
 std::string CheckHeader(const SentenceList& sentences, int index) {
-    const std::string& header = sentences[index].header;
+    const std::string_view header = sentences[index].header;
     if (header.empty() || keywordTable.IsHeader(header)) return {};
     return FillForm("C001-02: header \"%s\" of sentence %d is unrecognized.",
                     {header, NumberOf(index)});
@@ -85,7 +85,7 @@ std::string CheckUniqueName(const SentenceList& sentences, int index) {
 }
 
 std::string CheckReservedName(const SentenceList& sentences, int index) {
-    const std::string& name = sentences[index].name;
+    const std::string_view name = sentences[index].name;
     if (name.empty() || !keywordTable.IsKnown(name)) return {};
     return FillForm("C001-04: name \"%s\" of sentence %d is reserved keyword.",
                     {name, NumberOf(index)});

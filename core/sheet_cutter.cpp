@@ -30,6 +30,13 @@ std::optional<LeadingWord> FindLeadingWord(std::string_view text, char sign) {
     return LeadingWord{text.substr(start, wordEnd - start), at + 1};
 }
 
+// Up to here a sentence's text is the end of its source: the word as it stands there.
+std::string_view InSource(const Sentence& sentence, std::string_view word) {
+    const std::string_view text = sentence.text.View();
+    const auto place = static_cast<std::size_t>(word.data() - text.data());
+    return sentence.source.substr(sentence.source.size() - text.size() + place, word.size());
+}
+
 }  // namespace
 
 void BlankComments(std::span<char> text) {
@@ -75,14 +82,14 @@ bool CutSentences(SentenceList& sentences, std::string_view text, const RunStop*
 void FindHeader(Sentence& sentence) {
     const auto found = FindLeadingWord(sentence.text.View(), ':');
     if (!found) return;
-    sentence.header = found->word;
+    sentence.header = InSource(sentence, found->word);
     sentence.text.Remove(0, found->end);
 }
 
 void FindName(Sentence& sentence) {
     const auto found = FindLeadingWord(sentence.text.View(), '=');
     if (!found) return;
-    sentence.name = found->word;
+    sentence.name = InSource(sentence, found->word);
     char* const data = sentence.text.Data();
     char* const word = data + (found->word.data() - data);
     std::fill_n(word, found->word.size(), ' ');
@@ -92,7 +99,7 @@ void FindName(Sentence& sentence) {
 void TrimText(Sentence& sentence) { sentence.text.Remove(0, SkipWhite(sentence.text.View(), 0)); }
 
 void FindLeadingWords(SentenceList& sentences, const RunStop* stop) {
-    for (auto& sentence : sentences) {
+    for (Sentence* sentence : sentences) {
         if (IsStopAsked(stop)) return;
         FindHeader(*sentence);
         if (sentence->IsText()) continue;

@@ -169,7 +169,7 @@ constexpr SymbolCheck checksBehindRewriting[] = {
 
 void CheckNumbersAndPoints(SentenceList& sentences, std::string& errorText, const RunStop* stop) {
     if (!Pass(checksBeforeRewriting, sentences, errorText, stop)) return;
-    for (auto& sentence : sentences) {
+    for (Sentence* sentence : sentences) {
         if (IsStopAsked(stop)) return;
         if (sentence->IsCalculation()) CollapseSigns(sentence->text);
     }

@@ -59,7 +59,7 @@ void AddNumbers(const FinishedRun& run, Outcome& outcome) {
     cli::PiecewiseText text([&](std::string_view piece) { printed += piece; });
     cli::PrintRun(run, text);
     Require(cli::Json::accept(printed), "a run is JSON");
-    for (const auto& sentence : run.sentences) {
+    for (const Sentence* sentence : run.sentences) {
         const Value& result = sentence->root.result;
         for (const double number : result.AllCells()) outcome.Add(number);
     }

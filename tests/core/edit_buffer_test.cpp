@@ -101,6 +101,51 @@ TEST(EditBuffer, GrowsBy4096MoreThanTheNewText) {
     EXPECT_EQ(TextOf(buffer), "!axyzc" + std::string(4096, '.'));
 }
 
+TEST(EditBuffer, StartsOnARoomThatIsLentToIt) {
+    char room[] = "abcdef;next";
+    EditBuffer buffer(room, 6);
+    EXPECT_EQ(TextOf(buffer), "abcdef");
+    EXPECT_EQ(buffer.capacity, 6);
+    EXPECT_EQ(buffer.Data(), room);
+
+    buffer.Replace(0, 6, "xyz");
+    buffer.AssignExactly("12345");
+    EXPECT_EQ(TextOf(buffer), "12345");
+    EXPECT_EQ(buffer.Data(), room);
+
+    // A growth takes a room of its own, and leaves what stands behind the lent one alone.
+    buffer.AssignExactly("1234567");
+    EXPECT_EQ(TextOf(buffer), "1234567");
+    EXPECT_EQ(buffer.capacity, 7);
+    EXPECT_NE(buffer.Data(), room);
+    EXPECT_EQ(std::string_view(room + 7), "next");
+
+    EditBuffer grown(room, 2);
+    grown.Replace(2, 2, "34567");
+    EXPECT_EQ(TextOf(grown), "1234567");
+    EXPECT_EQ(grown.capacity, 7 + 4096);
+    EXPECT_EQ(std::string_view(room + 7), "next");
+}
+
+TEST(EditBuffer, KeepsALentRoomWhenItIsFitted) {
+    std::string room(1000, 'x');
+    EditBuffer buffer(room.data(), 999);
+    buffer.Assign("short");
+    buffer.Fit();
+    EXPECT_EQ(TextOf(buffer), "short");
+    EXPECT_EQ(buffer.Data(), room.data());
+}
+
+TEST(EditBuffer, IsAssignedWithoutRoomToSpare) {
+    EditBuffer buffer("abc");
+    buffer.AssignExactly("a");
+    EXPECT_EQ(TextOf(buffer), "a");
+    EXPECT_EQ(buffer.capacity, 1);
+    buffer.AssignExactly("abcde");
+    EXPECT_EQ(TextOf(buffer), "abcde");
+    EXPECT_EQ(buffer.capacity, 5);
+}
+
 TEST(EditBuffer, RemovesARange) {
     EditBuffer buffer("abcdef");
     buffer.Remove(2, 4);

@@ -101,6 +101,33 @@ TEST(NodePool, GivesNeighboursAndMovesNothing) {
     EXPECT_EQ(pool.Take(0).size(), 0u);
 }
 
+TEST(NodePool, HandsOutFreshNodesAgainWhenItIsReset) {
+    NodePool pool;
+    pool.Reset();
+    pool.Reserve(4);
+    const FunctionNode* const place = pool.Take(1).data();
+    for (int round = 0; round < 3; ++round) {
+        pool.Reset();
+        pool.Reserve(4);
+        const std::span<FunctionNode> nodes = pool.Take(4);
+        EXPECT_EQ(nodes.data(), place);
+        for (FunctionNode& node : nodes) {
+            EXPECT_EQ(node.kind, NodeKind::none);
+            EXPECT_EQ(node.result.RowCount(), 0);
+            EXPECT_FALSE(node.evaluated);
+            EXPECT_TRUE(node.children.empty());
+            node.kind = NodeKind::brace;
+            node.evaluated = true;
+            node.children = nodes;
+            node.result.AppendRow(5);
+        }
+        pool.Reserve(100);
+        for (FunctionNode& node : pool.Take(100)) node.result.AppendRow(5);
+    }
+    pool.Reset();
+    EXPECT_EQ(tableRoom.load(), 0);
+}
+
 void MakeEvaluated(FunctionNode& node, NodeKind kind, double value) {
     node.kind = kind;
     node.result.SetReal(value);

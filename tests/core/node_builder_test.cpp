@@ -227,14 +227,17 @@ TEST(BuildNode, LooksForNamesInTheSentencesInFrontAlone) {
 TEST(BuildAndEvaluate, RefusesMoreValuesOfFormulasThanCanBeHeld) {
     // A list of 4,096 numbers, and then 4,097 times that list: more than 16 million numbers.
     std::string sheet = "define: n0=1,1";
-    const auto twice = [](const std::string& name) { return name + ',' + name; };
+    const auto twice = [](std::string name, int number) {
+        name += std::to_string(number);
+        return name + ',' + name;
+    };
     for (int i = 1; i < 12; ++i) {
-        sheet += ";define: n" + std::to_string(i) + '=' + twice("n" + std::to_string(i - 1));
+        sheet += ";define: n" + std::to_string(i) + '=' + twice("n", i - 1);
     }
     sheet += ";a=(n11)";
     sheet += ";define: m0=a,a";
     for (int i = 1; i < 12; ++i) {
-        sheet += ";define: m" + std::to_string(i) + '=' + twice("m" + std::to_string(i - 1));
+        sheet += ";define: m" + std::to_string(i) + '=' + twice("m", i - 1);
     }
     sheet += ";max(a,m11);1+1";
     const test::CompiledSheet compiled = Compile(sheet);

@@ -235,7 +235,7 @@ TEST(Defines, AreSubstitutedAsInThePlainForm) {
             sentences[at].header = defineHeader;
             sentences[at].name = defineNames[at];
             while (test::SubstituteOncePlainly(body, defines)) ++replaced;
-            defines.push_back({sentences[at].name, body});
+            defines.push_back({std::string(sentences[at].name), body});
         }
         const std::string formula = RandomWords(random, 12, count);
         std::string plain = formula;
@@ -286,7 +286,7 @@ TEST(Defines, HaveNoEndWhereThePlainFormHasNone) {
             check(body, at + 1);
             while (message.empty() && test::SubstituteOncePlainly(body, defines)) {
             }
-            defines.push_back({sentences[at].name, body});
+            defines.push_back({std::string(sentences[at].name), body});
         }
         const std::string formula = RandomWords(random, 6, count);
         sentences.Add(formula);

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -38,6 +39,40 @@ TEST(Sentence, HasItsKindFromItsHeaderAlone) {
         EXPECT_EQ(sentence.IsDefine(), define);
         EXPECT_EQ(sentence.IsCalculation(), calculation);
     }
+}
+
+TEST(SentenceList, KeepsTheTextsOfAKeptSheetApart) {
+    const std::string longText(5000, 'x');
+    SentenceList first;
+    const std::string_view sheet = first.KeepSheet("a=1;" + longText + ";b=2");
+    first.Add(sheet.substr(0, 3));
+    first.Add(sheet.substr(4, 5000));
+    first.Add(sheet.substr(5005));
+    first[0].text.Assign("12");
+    first[1].text.Assign("longer" + longText);
+    SentenceList sentences = std::move(first);
+    EXPECT_EQ(sentences[0].text.View(), "12");
+    EXPECT_EQ(sentences[1].text.View(), "longer" + longText);
+    EXPECT_EQ(sentences[2].text.View(), "b=2");
+    sentences[0].text.Assign("longer");
+    EXPECT_EQ(sentences[2].text.View(), "b=2");
+    EXPECT_EQ(sentences[0].source, "a=1");
+    EXPECT_EQ(sentences[1].source, longText);
+    EXPECT_EQ(sentences[2].source, "b=2");
+}
+
+TEST(SentenceList, HoldsManySentencesWhereTheyAre) {
+    SentenceList sentences;
+    sentences.Add("first");
+    const Sentence* const first = &sentences[0];
+    for (int i = 0; i < 2000; ++i) sentences.Add("more");
+    EXPECT_EQ(&sentences[0], first);
+    EXPECT_EQ(sentences.Count(), 2001);
+    EXPECT_EQ(sentences[2000].source, "more");
+    sentences.KeepFirst(0);
+    EXPECT_TRUE(sentences.IsEmpty());
+    sentences.Add("again");
+    EXPECT_EQ(sentences[0].text.View(), "again");
 }
 
 TEST(SentenceList, DropsBlankSentencesAndKeepsTheOrder) {

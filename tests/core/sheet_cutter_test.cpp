@@ -56,7 +56,7 @@ std::vector<std::string> Cuts(std::string_view text) {
     SentenceList sentences;
     CutSentences(sentences, text);
     std::vector<std::string> cuts;
-    for (const auto& sentence : sentences) cuts.emplace_back(sentence->source);
+    for (const Sentence* sentence : sentences) cuts.emplace_back(sentence->source);
     return cuts;
 }
 
@@ -189,9 +189,10 @@ std::vector<std::string> Sentences(std::string_view sheet) {
     const auto staged = RunStages(sheet, 1);
     EXPECT_EQ(staged.errorText, "");
     std::vector<std::string> found;
-    for (const auto& sentence : staged.sentences) {
-        found.push_back(sentence->header + '/' + sentence->name + '/' +
-                        std::string(sentence->text.View()));
+    for (const Sentence* sentence : staged.sentences) {
+        std::string& line = found.emplace_back(sentence->header);
+        line.append(1, '/').append(sentence->name);
+        line.append(1, '/').append(sentence->text.View());
     }
     return found;
 }
