@@ -99,23 +99,29 @@ void DecimalColumns::Widen(const ReportLine& line) {
 }
 
 void AlignLine(ReportLine& line, const DecimalColumns& columns) {
+    line.line.clear();
+    AppendAligned(line.line, line, columns);
+}
+
+void AppendAligned(std::string& report, const ReportLine& line, const DecimalColumns& columns) {
     if (line.keyword == textHeader) {
-        line.line = line.value;
+        report += line.value;
         return;
     }
-    line.line = line.name;
+    report += line.name;
     if (!line.isNumber) {
-        line.line += line.value;
+        report += line.value;
         return;
     }
-    AppendBlanks(line.line, columns.integer, SplitPosition(line.value));
-    line.line += line.value;
+    const std::size_t start = report.size();
+    AppendBlanks(report, columns.integer, SplitPosition(line.value));
+    report += line.value;
     if (columns.fraction > 0) {
         const std::size_t width = columns.integer + columns.fraction + 1;
-        AppendBlanks(line.line, width, line.line.size() - line.name.size());
+        AppendBlanks(report, width, report.size() - start);
     }
-    line.line += " \t";
-    line.line += line.note;
+    report += " \t";
+    report += line.note;
 }
 
 std::optional<std::string> FormatTable(const Value& value, const CalcParameters& parameters,

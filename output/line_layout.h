@@ -39,6 +39,8 @@ struct DecimalColumns {
 // Fills `line` from the other fields. A text sentence passes through unchanged, whatever the
 // columns are; what is no number stands right behind its name.
 void AlignLine(ReportLine& line, const DecimalColumns& columns);
+// The same text behind a report; the line is left as it is.
+void AppendAligned(std::string& report, const ReportLine& line, const DecimalColumns& columns);
 
 // The text of a value that is not one number: cells joined by ",", each column lined up on its
 // points, rows joined by "\n" with `indent` ahead of all but the first. A short row prints its own
