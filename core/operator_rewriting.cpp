@@ -28,26 +28,34 @@ bool PieceChain::Read(std::string_view text, std::size_t most, const RunStop* st
         std::size_t end = at + 1;
         if (IsWordChar(first)) {
             end = FindWordEnd(text, end);
-            Insert(End(), text.substr(at, end - at), Kind::word);
+            Append(text.substr(at, end - at), Kind::word);
         } else if (first == ' ') {
             end = SkipSpaces(text, end);
-            Insert(End(), text.substr(at, end - at), Kind::blanks);
+            Append(text.substr(at, end - at), Kind::blanks);
         } else if (first == '(' || first == ')') {
             AppendBracket(text.substr(at, 1));
         } else {
-            InsertSign(End(), text.substr(at, 1));
+            pieces[Append(text.substr(at, 1), Kind::other)].sign = first;
         }
         at = end;
     }
+    pieces[End()].previous = static_cast<Index>(pieces.size() - 1);
     return true;
+}
+
+Index PieceChain::Append(std::string_view text, Kind kind) {
+    const auto index = static_cast<Index>(pieces.size());
+    pieces.push_back({text, index - 1, End(), 0, kind});
+    pieces[index - 1].next = index;
+    return index;
 }
 
 void PieceChain::AppendBracket(std::string_view text) {
     if (text.front() == '(') {
-        openBrackets.push_back(Insert(End(), text, Kind::open));
+        openBrackets.push_back(Append(text, Kind::open));
         return;
     }
-    const Index close = Insert(End(), text, Kind::close);
+    const Index close = Append(text, Kind::close);
     if (openBrackets.empty()) return;
     pieces[close].partner = openBrackets.back();
     pieces[openBrackets.back()].partner = close;

@@ -65,6 +65,8 @@ public:
 private:
     Index Insert(Index before, std::string_view text, Kind kind);
     void InsertSign(Index before, std::string_view text);
+    // While the chain is read: a piece behind the last one.
+    Index Append(std::string_view text, Kind kind);
     void AppendBracket(std::string_view text);
 
     std::vector<Piece> pieces;
