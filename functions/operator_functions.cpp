@@ -46,7 +46,10 @@ void AddOrSubtract(ValueCall& call, bool add) {
     if (!RequireTwoValues(call)) return;
     const Value& left = call.Node().children[0].result;
     const Value& right = call.Node().children[1].result;
-    if (left.GetDimensions() == right.GetDimensions()) {
+    if (IsNumber(left) && IsNumber(right)) {
+        const double number = left.At(0, 0);
+        call.Result().SetReal(add ? number + right.At(0, 0) : number - right.At(0, 0));
+    } else if (left.GetDimensions() == right.GetDimensions()) {
         if (left.complexMark != right.complexMark) {
             call.Fail({"E009-", "20"}, incompatible);
             return;
@@ -154,7 +157,9 @@ void Times(ValueCall& call) {
     if (!RequireTwoValues(call)) return;
     const Value& left = call.Node().children[0].result;
     const Value& right = call.Node().children[1].result;
-    if (left.complexMark) {
+    if (IsNumber(left) && IsNumber(right)) {
+        call.Result().SetReal(right.At(0, 0) * left.At(0, 0));
+    } else if (left.complexMark) {
         ComplexProduct(call, right, ComplexOf(left));
     } else if (right.complexMark) {
         ComplexProduct(call, left, ComplexOf(right));
