@@ -48,6 +48,7 @@ bool RunCalculation(std::string_view sheet, CalcParameters& parameters,
     SentenceList sentences;
     const bool succeeded = CompileSheet(sentences, text.data(), text.data() + text.size(),
                                         parameters, errorText, watchers.wishes);
+    text = std::string();  // the sentences have their own; a large report takes its place
     displays.progress.Hide();
     parameters.progress = nullptr;
     const bool stopped = errorText == stoppedMessage;
