@@ -54,8 +54,8 @@ KeywordTable::KeywordTable() {
     for (std::size_t row = 0; row < sorted.size(); ++row) {
         sortedNames[row] = sorted[row]->name;
         std::size_t slot = FirstSlot(sortedNames[row]);
-        while (slots[slot] != 0) slot = (slot + 1) % slotCount;
-        slots[slot] = static_cast<std::uint8_t>(row + 1);
+        while (nameSlots[slot] != 0) slot = (slot + 1) % slotCount;
+        nameSlots[slot] = static_cast<std::uint8_t>(row + 1);
     }
 }
 
@@ -72,8 +72,8 @@ std::size_t KeywordTable::FirstSlot(std::string_view name) {
 
 const KeywordEntry* KeywordTable::Find(std::string_view name) const {
     if (name.empty()) return nullptr;
-    for (std::size_t slot = FirstSlot(name); slots[slot] != 0; slot = (slot + 1) % slotCount) {
-        const std::size_t row = slots[slot] - std::size_t{1};
+    for (std::size_t slot = FirstSlot(name); nameSlots[slot] != 0; slot = (slot + 1) % slotCount) {
+        const std::size_t row = nameSlots[slot] - std::size_t{1};
         if (sortedNames[row] == name) return sorted[row];
     }
     return nullptr;

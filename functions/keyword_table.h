@@ -172,14 +172,14 @@ public:
     std::span<const KeywordEntry* const> Sorted() const { return sorted; }
 
 private:
-    // Passes ask about every word of a sheet, so a name is found by its hash: `slots` holds the
+    // Passes ask about every word of a sheet, so a name is found by its hash: `nameSlots` holds the
     // row's place in `sorted` plus 1, and 0 where a search ends.
     static constexpr std::size_t slotCount = 512;
     static std::size_t FirstSlot(std::string_view name);
 
     std::array<const KeywordEntry*, keywordCount> sorted{};
     std::array<std::string_view, keywordCount> sortedNames{};
-    std::array<std::uint8_t, slotCount> slots{};
+    std::array<std::uint8_t, slotCount> nameSlots{};
 };
 
 extern const KeywordTable keywordTable;

@@ -42,8 +42,8 @@ std::map<std::string, Place> PlacesIn(std::string_view bytes) {
 bool MustBeReadable(const Place& fresh, const Place& old, std::size_t seam,
                     std::string_view bytes) {
     if (fresh.from == old.from && fresh.to == old.to) return true;
-    const bool endsAtMark = fresh.to == bytes.size() || bytes[fresh.to] == nameMark;
-    if (fresh.to < seam || (fresh.to == seam && endsAtMark)) return true;
+    if (fresh.to < seam) return true;
+    if (fresh.to == seam && (seam == bytes.size() || bytes[seam] == nameMark)) return true;
     // Where its name got there too, that one is found first.
     return old.from >= seam && fresh.from >= seam;
 }
