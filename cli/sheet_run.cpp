@@ -9,7 +9,6 @@
 #include "cli/time_limit.h"
 #include "core/number_literal.h"
 #include "locus/locus_store.h"
-#include "storage/file_bytes.h"
 
 namespace orvane::cli {
 
@@ -75,13 +74,13 @@ void PrintTimeIsOver(double seconds) {
 
 }  // namespace
 
-std::optional<std::string> ReadInput(const std::string& file) {
+std::optional<std::string> ReadInput(const std::string& file, std::size_t enough) {
     if (file == "-" && isatty(STDIN_FILENO) != 0) {
         PrintError("reading the sheet from the terminal; Ctrl+D on a line of its own ends it");
     }
     std::string reason;
     std::optional<std::string> sheet =
-        file == "-" ? ReadStream(stdin, reason) : ReadFile(file, reason);
+        file == "-" ? ReadStream(stdin, reason, enough) : ReadFile(file, reason, enough);
     if (!sheet) {
         const std::string name = file == "-" ? "the standard input" : "'" + file + "'";
         PrintError(name + " can't be read: " + reason);
@@ -90,7 +89,7 @@ std::optional<std::string> ReadInput(const std::string& file) {
 }
 
 int RunSheet(const RunOptions& options, const RunWatchers& watchers) {
-    const std::optional<std::string> sheet = ReadInput(options.file);
+    const std::optional<std::string> sheet = ReadInput(options.file, largestSheet);
     return sheet ? RunSheetText(*sheet, options, watchers) : exitUsage;
 }
 

@@ -60,16 +60,17 @@ constexpr std::uint64_t largestOffset = std::numeric_limits<std::int64_t>::max()
 
 }  // namespace
 
-std::optional<std::string> ReadFile(const std::string& path, std::string& reason) {
+std::optional<std::string> ReadFile(const std::string& path, std::string& reason,
+                                    std::size_t enough) {
     const OwnedFile file(std::fopen(path.c_str(), "rb"));
     if (!file) {
         reason = SystemReason(errno);
         return std::nullopt;
     }
-    return ReadStream(file.get(), reason);
+    return ReadStream(file.get(), reason, enough);
 }
 
-std::optional<std::string> ReadStream(std::FILE* stream, std::string& reason) {
+std::optional<std::string> ReadStream(std::FILE* stream, std::string& reason, std::size_t enough) {
     constexpr std::size_t chunk = std::size_t{1} << 16;
     std::string bytes;
     while (true) {
@@ -81,7 +82,7 @@ std::optional<std::string> ReadStream(std::FILE* stream, std::string& reason) {
             reason = "it is larger than 1 GiB";
             return std::nullopt;
         }
-        if (count == chunk) continue;
+        if (count == chunk && bytes.size() <= enough) continue;
         if (std::ferror(stream) == 0) return bytes;
         reason = SystemReason(errno);
         return std::nullopt;

@@ -22,10 +22,13 @@ struct CloseFile {
 using OwnedFile = std::unique_ptr<std::FILE, CloseFile>;
 
 // The whole file. Nothing, with the reason, when it can't be read or is larger than `largestFile`.
-std::optional<std::string> ReadFile(const std::string& path, std::string& reason);
+// Of a file with more bytes than are `enough` only its start, which has more of them too.
+std::optional<std::string> ReadFile(const std::string& path, std::string& reason,
+                                    std::size_t enough = largestFile);
 
-// The same from an open stream, such as the standard input.
-std::optional<std::string> ReadStream(std::FILE* stream, std::string& reason);
+// The same from an open stream, such as the standard input, which may have no end.
+std::optional<std::string> ReadStream(std::FILE* stream, std::string& reason,
+                                      std::size_t enough = largestFile);
 
 // Gives the next piece of a file that is being written; an empty piece ends it.
 using NextPiece = std::function<std::string()>;

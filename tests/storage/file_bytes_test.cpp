@@ -37,6 +37,18 @@ TEST(ReadStream, GivesEveryByteOfAFile) {
     EXPECT_EQ(ReadStream(file.get(), reason), written);
 }
 
+TEST(ReadStream, ReadsNoFurtherThanIsEnough) {
+    constexpr std::size_t enough = 1'000'000;
+    std::string reason;
+    const OwnedFile endless(std::fopen("/dev/zero", "rb"));
+    ASSERT_TRUE(endless);
+    const std::optional<std::string> start = ReadStream(endless.get(), reason, enough);
+    ASSERT_TRUE(start);
+    EXPECT_GT(start->size(), enough);
+    EXPECT_LT(start->size(), enough + 100'000);
+    EXPECT_EQ(ReadFile("/dev/zero", reason, enough), start);
+}
+
 TEST(ReadStream, GivesNoBytesOfAnEmptyFile) {
     const OwnedFile file(std::tmpfile());
     ASSERT_TRUE(file);
