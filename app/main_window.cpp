@@ -132,7 +132,13 @@ void MainWindow::paintEvent(QPaintEvent* event) {
     PaintGrooves(painter, layout);
     PaintMenuStrip(painter, strip);
     PaintButtons(painter, layout, images, buttons.Pressed(), event->rect());
+    if (isPainted) return;
+    isPainted = true;
+    QMetaObject::invokeMethod(this, &MainWindow::FinishStart, Qt::QueuedConnection);
 }
+
+// What a start can do without until there is something to look at.
+void MainWindow::FinishStart() { QApplication::setWindowIcon(ProgramIcon()); }
 
 void MainWindow::resizeEvent(QResizeEvent*) { LayOut(); }
 
@@ -181,11 +187,16 @@ void MainWindow::mouseReleaseEvent(QMouseEvent* event) {
     if (released) RunButton(*released);
 }
 
+MainMenus& MainWindow::Menus() {
+    if (!menus) menus.emplace();
+    return *menus;
+}
+
 void MainWindow::OpenPopup(int label) {
     HoverLabel(label);
-    menus.ShowMarks(calcParameters);
+    Menus().ShowMarks(calcParameters);
     const EdgeRect& rect = strip.LabelRect(label);
-    const int command = menus.Choose(label, mapToGlobal(QPoint(rect.left, rect.bottom)));
+    const int command = Menus().Choose(label, mapToGlobal(QPoint(rect.left, rect.bottom)));
     HoverLabel(std::nullopt);
     if (command != 0) RunCommand(command);
 }

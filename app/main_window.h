@@ -47,7 +47,7 @@ public:
 
     FormulaEditor& Editor() { return editor; }
     ResultPane& Result() { return resultPane; }
-    MainMenus& Menus() { return menus; }
+    MainMenus& Menus();
     const MenuStrip& Strip() const { return strip; }
     // The settings file's path.
     std::string SettingsPath() const { return folder + "/Setting/Orvane.set"; }
@@ -81,6 +81,7 @@ private:
     void SaveSettings();
     void LayOut();
     void HoverLabel(std::optional<int> label);
+    void FinishStart();
     void OpenPopup(int label);
     void Calculate();
     void InspectSentence();
@@ -93,7 +94,7 @@ private:
     CurrentSheet sheet;
     CalculationTexts texts;
     ButtonImages images;
-    MainMenus menus;
+    std::optional<MainMenus> menus;  // made when the first one is opened
     MenuStrip strip;
     ButtonTracker buttons;
     MainLayout layout;
@@ -110,6 +111,7 @@ private:
     SheetCommands commands;
     QShortcut inspectKey;
     bool startsMaximised = false;
+    bool isPainted = false;
     // Where the window stood when it was closed: a hidden one no longer tells.
     std::optional<WindowPlacement> lastPlacement;
 };

@@ -67,12 +67,20 @@ void PaintTriangle(QPainter& painter, int left, int top, bool pointsUp) {
 
 }  // namespace
 
-KeywordPopup::KeywordPopup(QWidget& owner) : FloatingWindow(owner), list(MeasuredLayout()) {
+KeywordPopup::KeywordPopup(QWidget& owner) : FloatingWindow(owner), list(KeywordListLayout()) {
     setFont(InterfaceFont());
+}
+
+// Not until the list is wanted: measuring all names would hold up the start of the program.
+void KeywordPopup::Measure() {
+    if (isMeasured) return;
+    isMeasured = true;
+    list = KeywordList(MeasuredLayout());
     resize(list.layout.outer.width, list.layout.outer.height);
 }
 
 void KeywordPopup::Open(const QRect& caret, const QRect& view, std::string_view word) {
+    Measure();
     const std::optional<PixelPoint> place =
         PlaceList({caret.left() - view.left(), caret.top() - view.top()}, caret.height(),
                   {view.width(), view.height()}, list.layout.outer);

@@ -52,10 +52,12 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    void Measure();
     void PaintRows(QPainter& painter) const;
     void PaintStrip(QPainter& painter) const;
 
     KeywordList list;
+    bool isMeasured = false;
     QBasicTimer repeatTimer;
 };
 

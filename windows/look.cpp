@@ -123,7 +123,6 @@ void ApplyLook(QApplication& application) {
     QApplication::setStyle(new SlimStyle);  // the application owns it
     QApplication::setPalette(WindowPalette());
     QApplication::setFont(InterfaceFont());
-    QApplication::setWindowIcon(ProgramIcon());
     application.setEffectEnabled(Qt::UI_AnimateMenu, false);
     application.setEffectEnabled(Qt::UI_AnimateCombo, false);
 }

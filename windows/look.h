@@ -25,8 +25,7 @@ inline constexpr QColor windowColour(191, 223, 223);
 // the desktop's own colours and fonts are left alone.
 void PrepareLook();
 
-// Style, palette, font, pictures and icon of the whole program; called once, before any window is
-// made.
+// Style, palette, font and pictures of the whole program; called once, before any window is made.
 void ApplyLook(QApplication& application);
 
 // The program's icon in every size that it is drawn for.

@@ -1,7 +1,8 @@
 #include "app/main_window.h"
 
+#include <QApplication>
 #include <QClipboard>
-#include <QGuiApplication>
+#include <QIcon>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -55,6 +56,13 @@ TEST_F(MainWindowTest, PlacesEveryControlAtEveryHeight) {
             EXPECT_EQ(list.width(), 67);
         }
     }
+}
+
+TEST_F(MainWindowTest, HasItsIconOnceItIsPainted) {
+    QApplication::setWindowIcon(QIcon());
+    MainWindow& shown = Start();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !shown.windowIcon().isNull(); }));
+    EXPECT_EQ(QApplication::windowIcon().availableSizes(), ProgramIcon().availableSizes());
 }
 
 TEST_F(MainWindowTest, CalculatesAtAPressOnTheButton) {
